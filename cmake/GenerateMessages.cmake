@@ -1,0 +1,27 @@
+# Turns src/support/messages.txt into the two forms the builds need:
+#   OUT_INC - C++ initialiser rows {id, u"text"} for the portable table
+#   OUT_RC  - a STRINGTABLE for the Windows resource script
+# Run as: cmake -DIN=... -DOUT_INC=... -DOUT_RC=... -P GenerateMessages.cmake
+file(STRINGS "${IN}" lines ENCODING UTF-8)
+set(inc "// Generated from messages.txt; do not edit.\n")
+set(rc "// Generated from messages.txt; do not edit.\n#pragma code_page(65001)\nLANGUAGE 0, 0\nSTRINGTABLE\nBEGIN\n")
+foreach(line IN LISTS lines)
+  if(line MATCHES "^#" OR line STREQUAL "")
+    continue()
+  endif()
+  if(NOT line MATCHES "^([0-9]+)\t(.*)$")
+    message(FATAL_ERROR "messages.txt: malformed line: ${line}")
+  endif()
+  set(id "${CMAKE_MATCH_1}")
+  set(text "${CMAKE_MATCH_2}")
+  if(text MATCHES "[\"\\\\]")
+    message(FATAL_ERROR "messages.txt: quotes and backslashes are not supported: ${line}")
+  endif()
+  string(APPEND inc "{${id}, u\"${text}\"},\n")
+  string(APPEND rc "  ${id}, \"${text}\"\n")
+endforeach()
+string(APPEND rc "END\n")
+file(WRITE "${OUT_INC}.tmp" "${inc}")
+file(WRITE "${OUT_RC}.tmp" "${rc}")
+file(COPY_FILE "${OUT_INC}.tmp" "${OUT_INC}" ONLY_IF_DIFFERENT)
+file(COPY_FILE "${OUT_RC}.tmp" "${OUT_RC}" ONLY_IF_DIFFERENT)

@@ -1,0 +1,97 @@
+#include "platform/posix/PosixShellPort.h"
+
+#include <locale.h>
+#include <sys/stat.h>
+#include <time.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "platform/posix/IniFileReader.h"
+#include "support/Ports.h"
+#include "support/Utf.h"
+#include "support/modSpecialFolder2.h"
+
+namespace t4 {
+
+namespace {
+
+std::string Env(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? std::string(value) : std::string();
+}
+
+// XDG variables must hold absolute paths; anything else is ignored.
+std::string AbsoluteOr(std::string value, std::string fallback) {
+  return !value.empty() && value.front() == '/' ? value : fallback;
+}
+
+std::string FolderFor(int32_t csidl) {
+  switch (csidl) {
+    case modSpecialFolder2::kCsidlCommonAppData: {
+      std::string dirs = Env("XDG_CONFIG_DIRS");
+      const std::string first = dirs.substr(0, dirs.find(':'));
+      return AbsoluteOr(first, "/etc/xdg");
+    }
+    case modSpecialFolder2::kCsidlAppData: {
+      const std::string home = Env("HOME");
+      return AbsoluteOr(Env("XDG_CONFIG_HOME"), home.empty() ? "" : home + "/.config");
+    }
+    default:
+      return "";
+  }
+}
+
+void MakeDirectories(const std::string& path) {
+  for (size_t pos = 1; pos <= path.size(); ++pos) {
+    if (pos == path.size() || path[pos] == '/') {
+      const std::string part = path.substr(0, pos);
+      if (::mkdir(part.c_str(), 0755) != 0 && errno != EEXIST) return;
+    }
+  }
+}
+
+}  // namespace
+
+std::u16string PosixShellPort::SpecialFolderPath(int32_t csidl) {
+  const bool create = (csidl & modSpecialFolder2::kCsidlFlagCreate) != 0;
+  std::string path = FolderFor(csidl & ~modSpecialFolder2::kCsidlFlagCreate);
+  while (path.size() > 1 && path.back() == '/') path.pop_back();
+  if (path.empty()) return u"";
+  if (create) MakeDirectories(path);
+  return Utf::FromUtf8(path);
+}
+
+std::u16string PosixShellPort::IniValue(const std::u16string& file, const std::u16string& section,
+                                        const std::u16string& key) {
+  std::ifstream in(Utf::ToUtf8(file), std::ios::binary);
+  if (!in) return u"";
+  std::ostringstream bytes;
+  bytes << in.rdbuf();
+  return IniFileReader::Lookup(IniFileReader::Decode(bytes.str()), section, key);
+}
+
+std::u16string PosixShellPort::NowShortDateTime() {
+  const time_t now = time(nullptr);
+  struct tm local {};
+  localtime_r(&now, &local);
+  // The user's own LC_TIME, without touching the process's global locale.
+  locale_t user = newlocale(LC_TIME_MASK, "", static_cast<locale_t>(0));
+  if (user == static_cast<locale_t>(0))
+    user = newlocale(LC_TIME_MASK, "C", static_cast<locale_t>(0));
+  char date[128] = {};
+  char clock[128] = {};
+  strftime_l(date, sizeof date, "%x", &local, user);
+  strftime_l(clock, sizeof clock, "%X", &local, user);
+  freelocale(user);
+  return Utf::FromUtf8(std::string(date) + " " + clock);
+}
+
+std::shared_ptr<IShellPort> CreatePlatformShellPort() {
+  return std::make_shared<PosixShellPort>();
+}
+
+}  // namespace t4
