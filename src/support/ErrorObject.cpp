@@ -85,7 +85,9 @@ std::u16string ErrorObject::GetMessage(int32_t number, const std::vector<std::u1
   }
   if (text.find(u'#') != std::u16string::npos && args != nullptr) {
     for (size_t i = 0; i < args->size(); ++i) {
-      ReplaceAll(text, u"#" + Utf::Decimal(static_cast<int64_t>(i)), (*args)[i]);
+      std::u16string placeholder(1, u'#');
+      placeholder += Utf::Decimal(static_cast<int64_t>(i));
+      ReplaceAll(text, placeholder, (*args)[i]);
     }
   }
   ReplaceAll(text, u"|", u"\r\n");
@@ -127,7 +129,9 @@ std::u16string ErrorObject::GetErrSource(std::u16string_view cls, std::u16string
   label += cls;
   label += u'.';
   label += proc;
-  label += u" (" + Utf::Decimal(line) + u")";
+  label += u" (";
+  label += Utf::Decimal(line);
+  label += u')';
   return label;
 }
 
