@@ -53,33 +53,41 @@ fi
 build mingw64 && have64=1 || have64=0
 build mingw32 && have32=1 || have32=0
 
-# 3./4. Wine.
-run_wine() {  # run_wine LABEL BUILD_DIR
-  echo "== Wine tests: $1"
-  out=$(bash tests/wine/run-wine-tests.sh "$2" 2>&1)
+# 3./4. Wine: the unit tests built for Windows (portable tests + win32 ports),
+# then the DLL end to end (registration, scripts, conformance client).
+run_counted() {  # run_counted LABEL PREFIX COMMAND...; the command prints "PREFIX: N passed, M failed"
+  local label=$1 prefix=$2
+  shift 2
+  echo "== $label"
+  out=$("$@" 2>&1)
   rc=$?
   echo "$out"
-  line=$(echo "$out" | grep -E '^wine: [0-9]+ passed, [0-9]+ failed' | tail -1)
+  line=$(echo "$out" | grep -E "^$prefix: [0-9]+ passed, [0-9]+ failed" | tail -1)
   if [ -z "$line" ]; then
-    note "$1: the Wine runner printed no summary"
+    note "$label: no summary line"
     failed=$((failed + 1))
     return
   fi
-  p=$(echo "$line" | sed -E 's/^wine: ([0-9]+) passed, ([0-9]+) failed.*/\1/')
-  f=$(echo "$line" | sed -E 's/^wine: ([0-9]+) passed, ([0-9]+) failed.*/\2/')
+  p=$(echo "$line" | sed -E "s/^$prefix: ([0-9]+) passed, ([0-9]+) failed.*/\\1/")
+  f=$(echo "$line" | sed -E "s/^$prefix: ([0-9]+) passed, ([0-9]+) failed.*/\\2/")
   passed=$((passed + p))
   failed=$((failed + f))
-  [ "$rc" -eq 0 ] || [ "$f" -gt 0 ] || { note "$1: runner exit $rc"; failed=$((failed + 1)); }
+  [ "$rc" -eq 0 ] || [ "$f" -gt 0 ] || { note "$label: exit $rc"; failed=$((failed + 1)); }
 }
 
-[ "$have64" = 1 ] && run_wine "x86_64 DLL under wine64" build/mingw64
+run_windows() {  # run_windows ARCH BUILD_DIR
+  run_counted "Windows unit tests ($1) under Wine" wine-unit bash scripts/run-unit-tests-wine.sh "$2"
+  run_counted "Tandrel4.dll ($1) under Wine" wine bash tests/wine/run-wine-tests.sh "$2"
+}
+
+[ "$have64" = 1 ] && run_windows x86_64 build/mingw64
 
 if [ "$have32" = 1 ]; then
   if dpkg-query -W -f='${Status}' wine32:i386 2>/dev/null | grep -q "install ok installed"; then
-    run_wine "i686 DLL under 32-bit Wine" build/mingw32
+    run_windows i686 build/mingw32
   else
     why=$(head -1 /tmp/tandrel4-wine32-reason 2>/dev/null)
-    echo "== SKIPPED: Wine tests of the i686 DLL: 32-bit Wine (wine32:i386) is not installed on this machine${why:+: $why}"
+    echo "== SKIPPED: Wine runs of the i686 build (unit tests and DLL): 32-bit Wine (wine32:i386) is not installed on this machine${why:+: $why}"
     echo "   (the i686 DLL was built; it is run only where 32-bit Wine can be installed)"
   fi
 fi

@@ -4,7 +4,6 @@
 
 #include <stdexcept>
 
-#include "TempConfigDirs.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
 #include "support/Utf.h"
@@ -244,23 +243,8 @@ TEST(ErrorObject, LogEntryStartsWithTheRealDateAndTime) {
   EXPECT_NE(entry.find(u"\r\n  No : 0\r\n"), std::u16string::npos);
 }
 
-TEST(ErrorObject, AppDataPathIsTheUsersProductFolder) {
-  test::TempConfigDirs dirs;
-  EXPECT_EQ(Utf::ToUtf8(ErrorObject::GetAppDataPath()), dirs.UserDir() + "/Quorvane/Kolvane/");
-}
-
 TEST(ErrorObject, RegistryPath) {
   EXPECT_EQ(ErrorObject::GetRegistryPath(), u"Software\\Quorvane\\Kolvane\\Settings\\");
-}
-
-TEST(ErrorObject, FileLength) {
-  test::TempConfigDirs dirs;
-  const std::string path = dirs.UserDir() + "/f.bin";
-  test::TempConfigDirs::WriteFile(path, std::string(1234, 'x'));
-  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(path)), 1234);
-  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(dirs.UserDir() + "/missing")), 0);
-  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(dirs.UserDir())), 0);  // a folder
-  EXPECT_EQ(ErrorObject::FileLength(u""), 0);
 }
 
 TEST(ErrorObject, ErrSourceLabel) {

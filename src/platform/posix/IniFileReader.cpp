@@ -37,6 +37,7 @@ std::u16string IniFileReader::Lookup(std::u16string_view text, std::u16string_vi
   const std::u16string_view wantedSection = Trim(section);
   const std::u16string_view wantedKey = Trim(key);
   bool inSection = false;
+  bool sectionSeen = false;
   size_t pos = 0;
   while (pos <= text.size()) {
     size_t end = text.find(u'\n', pos);
@@ -47,7 +48,11 @@ std::u16string IniFileReader::Lookup(std::u16string_view text, std::u16string_vi
       const size_t close = line.find(u']');
       const std::u16string_view name =
           Trim(line.substr(1, close == std::u16string_view::npos ? line.size() - 1 : close - 1));
+      // Only the first section of a name counts; the profile API does not
+      // look into later sections of the same name.
+      if (sectionSeen) return u"";
       inSection = SameName(name, wantedSection);
+      sectionSeen = inSection;
       continue;
     }
     if (!inSection || line.empty()) continue;

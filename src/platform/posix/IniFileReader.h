@@ -8,7 +8,8 @@ namespace t4 {
 // Reads values out of INI text with the observable rules of the Windows
 // profile API: section and key names compare case-insensitively, names and
 // values are trimmed of blanks and tabs, a value enclosed in a pair of
-// matching quotes loses them, the first match wins, and a missing section
+// matching quotes loses them, the first section of a name and the first key
+// in it win, and a missing section
 // or key gives "". Values are cut to 254 characters, the room the library's
 // 255-character buffer leaves.
 class IniFileReader {

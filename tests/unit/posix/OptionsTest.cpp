@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "TempConfigDirs.h"
+#include "posix/TempConfigDirs.h"
 #include "session/Application.h"
 #include "support/Error.h"
 #include "support/ProcessValues.h"

@@ -2,8 +2,10 @@
 
 #include <filesystem>
 
-#include "TempConfigDirs.h"
+#include "IniCases.h"
 #include "platform/posix/IniFileReader.h"
+#include "posix/TempConfigDirs.h"
+#include "support/ErrorObject.h"
 #include "support/Utf.h"
 #include "support/modIniFile.h"
 #include "support/modSpecialFolder2.h"
@@ -12,40 +14,8 @@ namespace t4 {
 namespace {
 
 TEST(IniFileReader, Rules) {
-  const std::u16string text =
-      u"[Default]\r\n"
-      u"  Key = value with blanks  \r\n"
-      u"quoted=\"a b\"\n"
-      u"single=' x '\n"
-      u"half=\"open\n"
-      u"dup=first\n"
-      u"dup=second\n"
-      u"empty=\n"
-      u"noequals\n"
-      u"[other]\n"
-      u"Key=other\n"
-      u"[default]\n"
-      u"late=yes\n";
-  struct Case {
-    const char16_t* section;
-    const char16_t* key;
-    const char16_t* value;
-  };
-  const Case cases[] = {
-      {u"default", u"key", u"value with blanks"},
-      {u"DEFAULT", u"KEY", u"value with blanks"},
-      {u"default", u"quoted", u"a b"},
-      {u"default", u"single", u" x "},
-      {u"default", u"half", u"\"open"},
-      {u"default", u"dup", u"first"},
-      {u"default", u"empty", u""},
-      {u"default", u"noequals", u""},
-      {u"default", u"missing", u""},
-      {u"other", u"key", u"other"},
-      {u"nosuch", u"key", u""},
-      {u"default", u"late", u"yes"},
-  };
-  for (const Case& c : cases) {
+  const std::u16string text = Utf::FromUtf8(test::kIniText);
+  for (const test::IniCase& c : test::kIniCases) {
     SCOPED_TRACE(Utf::ToUtf8(std::u16string(c.section) + u"/" + c.key));
     EXPECT_EQ(IniFileReader::Lookup(text, c.section, c.key), c.value);
   }
@@ -122,6 +92,21 @@ TEST(modSpecialFolder2, AddBackslash) {
     modSpecialFolder2::AddBackslash(path);
     EXPECT_EQ(path, c.out);
   }
+}
+
+TEST(ErrorObject, AppDataPathIsTheUsersProductFolder) {
+  test::TempConfigDirs dirs;
+  EXPECT_EQ(Utf::ToUtf8(ErrorObject::GetAppDataPath()), dirs.UserDir() + "/Quorvane/Kolvane/");
+}
+
+TEST(ErrorObject, FileLength) {
+  test::TempConfigDirs dirs;
+  const std::string path = dirs.UserDir() + "/f.bin";
+  test::TempConfigDirs::WriteFile(path, std::string(1234, 'x'));
+  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(path)), 1234);
+  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(dirs.UserDir() + "/missing")), 0);
+  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(dirs.UserDir())), 0);  // a folder
+  EXPECT_EQ(ErrorObject::FileLength(u""), 0);
 }
 
 }  // namespace

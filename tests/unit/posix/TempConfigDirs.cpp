@@ -1,4 +1,4 @@
-#include "TempConfigDirs.h"
+#include "posix/TempConfigDirs.h"
 
 #include <stdlib.h>
 #include <sys/stat.h>
