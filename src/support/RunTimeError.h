@@ -53,6 +53,14 @@ class RunTimeError {
   static std::u16string Text(int32_t number);
   // A member that has no behaviour yet: E_NOTIMPL, "Not implemented yet: <member>".
   static Error NotImplemented(std::u16string_view member);
+
+  // `object` itself, or the error 91 the run time raises for a call on an
+  // object variable that is Nothing.
+  template <class P>
+  static P Require(P object) {
+    if (!object) throw Make(kObjectVariableNotSet);
+    return object;
+  }
 };
 
 }  // namespace t4

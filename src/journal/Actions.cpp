@@ -1,0 +1,32 @@
+#include "journal/Actions.h"
+
+namespace t4 {
+
+void Actions::Add(std::shared_ptr<Action> action) {
+  while (position_ < Count()) steps_.pop_back();
+  if (!batchMode_ || newStepPending_ || steps_.empty()) {
+    steps_.push_back(std::make_shared<Step>(Step{std::move(action)}));
+    newStepPending_ = false;
+  } else {
+    steps_[static_cast<size_t>(position_) - 1]->push_back(std::move(action));
+  }
+  if (steps_.size() > kMaxSteps) steps_.pop_front();
+  position_ = Count();
+}
+
+void Actions::Clear() {
+  steps_.clear();
+  position_ = 0;
+}
+
+std::shared_ptr<Actions::Step> Actions::PreviousStep() {
+  if (position_ <= 0) return nullptr;
+  return steps_[static_cast<size_t>(position_--) - 1];
+}
+
+std::shared_ptr<Actions::Step> Actions::NextStep() {
+  if (position_ >= Count()) return nullptr;
+  return steps_[static_cast<size_t>(position_++)];
+}
+
+}  // namespace t4

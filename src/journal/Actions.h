@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include "journal/Action.h"
+
+namespace t4 {
+
+// The undo/redo journal: steps of actions, the oldest first. Steps
+// 1..Position() are applied (can be undone), the rest can be redone. At most
+// 50 steps are kept. In batch mode every action recorded until batch mode is
+// switched on again goes into one step.
+class Actions {
+ public:
+  using Step = std::vector<std::shared_ptr<Action>>;
+  static constexpr size_t kMaxSteps = 50;
+
+  bool BatchMode() const { return batchMode_; }
+  // Switching on (also when already on) makes the next action open a step.
+  void SetBatchMode(bool on) {
+    batchMode_ = on;
+    newStepPending_ = on;
+  }
+
+  // Records one action: drops the redo tail, opens a step or joins the open
+  // batch step, drops the oldest step past 50, and applies all steps.
+  void Add(std::shared_ptr<Action> action);
+  // No steps, position 0.
+  void Clear();
+  int32_t Count() const { return static_cast<int32_t>(steps_.size()); }
+  int32_t Position() const { return position_; }
+  // For undo: the step at the position, moving the position back; null at 0.
+  std::shared_ptr<Step> PreviousStep();
+  // For redo: the step after the position, moving the position on; null at
+  // the end.
+  std::shared_ptr<Step> NextStep();
+
+ private:
+  std::deque<std::shared_ptr<Step>> steps_;
+  int32_t position_ = 0;
+  bool batchMode_ = false;
+  bool newStepPending_ = false;
+};
+
+}  // namespace t4

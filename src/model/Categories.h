@@ -1,0 +1,143 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "model/CategoriesDeleted.h"
+#include "model/Category.h"
+#include "model/ICategoriesEvents.h"
+#include "model/IChild.h"
+#include "model/ItemIndex.h"
+#include "model/KeyedCollection.h"
+
+namespace t4 {
+
+class Application;
+class OutlookItem;
+
+// Item filter values the host passes to SetFilter.
+enum cmFilterMember : int32_t { cmfmAll = 0, cmfmMemberOnly = 1, cmfmNoMember = 2 };
+enum cmFilterMasterlist : int32_t { cmmlAll = 0, cmmlMasterlistOnly = 1, cmmlNoMasterlist = 2 };
+
+// The Application's one collection of categories, keyed by the decimal text
+// of each category's ID, in creation order. It creates, finds, deletes and
+// filters categories and raises the five collection events.
+class Categories : public IChild, public std::enable_shared_from_this<Categories> {
+ public:
+  using Collection = KeyedCollection<Category>;
+
+  Categories();
+
+  // Public members.
+  // The category named `name` (any letter case) if there is one, else a new
+  // one. `name` is transliterated in place outside German unless importing.
+  std::shared_ptr<Category> Add(std::u16string& name, bool inMasterlist,
+                                const std::u16string& categoryId = u"", int32_t color = 0,
+                                int32_t shortCut = 0);
+  std::shared_ptr<Category> Add(const std::u16string& name, bool inMasterlist,
+                                const std::u16string& categoryId = u"", int32_t color = 0,
+                                int32_t shortCut = 0) {
+    std::u16string copy = name;
+    return Add(copy, inMasterlist, categoryId, color, shortCut);
+  }
+  bool Changed() const { return changed_; }
+  int32_t Count(bool ignoreFilter = false) const;
+  void CountDetails(int32_t& inMasterlist, int32_t& notInMasterlist) const;
+  int32_t CountFilteredMember() const;
+  int32_t CountWithoutDefault(bool ignoreFilter = false) const;
+  std::shared_ptr<Category> DefaultCategory(bool ignoreFilter = false) const;
+  // Deletes the category at `index` (position or key, filter not
+  // consulted); an unknown index does nothing.
+  void Delete(const ItemIndex& index);
+  std::shared_ptr<Category> Item(const ItemIndex& index, bool ignoreFilter = false) const;
+  int32_t FilterCategories() const { return filterCategories_; }
+  int32_t FilterMasterlist() const { return filterMasterlist_; }
+  int32_t FilterMember() const { return filterMember_; }
+  int32_t FilterTypes() const { return filterTypes_; }
+  bool FireItemEvents() const { return fireItemEvents_; }
+  void SetFireItemEvents(bool on) { fireItemEvents_ = on; }
+  bool FireMemberEvents() const { return fireMemberEvents_; }
+  void SetFireMemberEvents(bool on) { fireMemberEvents_ = on; }
+  // True when a category has this name, compared in lower case, exactly,
+  // without trimming, over all categories; `found` is the first such one.
+  bool NameExist(const std::u16string& name, std::shared_ptr<Category>& found) const;
+  bool NameExist(const std::u16string& name) const {
+    std::shared_ptr<Category> ignored;
+    return NameExist(name, ignored);
+  }
+  // The categories an enumeration walks: the filtered ones when a category
+  // filter is in force, else all; a list later changes do not touch.
+  std::vector<std::shared_ptr<Category>> Enumerate() const;
+  void SetFilter(int32_t filterCategories, int32_t filterTypes, int32_t filterMember,
+                 int32_t filterMasterlist);
+
+  // Events: any number of subscribers, called in the order they came.
+  int32_t Advise(std::shared_ptr<ICategoriesEvents> sink);
+  void Unadvise(int32_t cookie);
+
+  // IChild: the parent is an Application handle; the key is ignored.
+  void Init(int32_t parentHandle, const std::u16string& key = u"") override;
+  void ResetParentPtr() override { parent_.reset(); }
+
+  // Internal operations.
+  void SetParent(std::weak_ptr<Application> parent) { parent_ = std::move(parent); }
+  std::shared_ptr<Application> Parent() const { return parent_.lock(); }
+  void SetChanged(bool value) { changed_ = value; }
+  bool Importing() const { return importing_; }
+  void SetImporting(bool value) { importing_ = value; }
+  bool IsReading() const { return isReading_; }
+  void SetIsReading(bool value) { isReading_ = value; }
+  CategoriesDeleted* DeletedList() const { return deleted_.get(); }
+  // Empty collections, no deletions pending, IDs from 0 again.
+  void Clear();
+  // Every category gets new, empty member collections.
+  void ClearAllMembers();
+  // Journals kind 0 (added) or 2 (deleted) with a snapshot, unless reading.
+  void AddAction(const std::shared_ptr<Category>& category, int32_t kind);
+  // Puts an existing category object back under its key (undo and redo).
+  void Append(const std::shared_ptr<Category>& category);
+  // Keeps the name index in step when a category's name changes.
+  void OnRenamed(const Category& category, const std::u16string& oldName);
+  const Collection& All() const { return categories_; }
+  bool HasCategoryFilter() const { return filtered_ != nullptr; }
+
+  void RaiseItemAdd(const std::shared_ptr<Category>& item);
+  void RaiseItemChange(const std::shared_ptr<Category>& item);
+  void RaiseItemRemove(const std::u16string& key);
+  void RaiseMemberAdd(const std::shared_ptr<Category>& item,
+                      const std::shared_ptr<OutlookItem>& member);
+  void RaiseMemberRemove(const std::shared_ptr<Category>& item,
+                         const std::shared_ptr<OutlookItem>& member);
+
+ private:
+  bool Replaying() const;
+  void Index(const Category& category);
+  void Unindex(const Category& category, const std::u16string& name);
+  template <class F>
+  void Fire(bool enabled, F&& call);
+
+  std::weak_ptr<Application> parent_;
+  Collection categories_;
+  int32_t filterCategories_ = 0;
+  int32_t filterTypes_ = 0;
+  std::unique_ptr<Collection> filtered_;
+  int32_t filterMember_ = cmfmAll;
+  int32_t filterMasterlist_ = cmmlAll;
+  std::unique_ptr<CategoriesDeleted> deleted_;
+  bool fireItemEvents_ = true;
+  bool fireMemberEvents_ = true;
+  bool importing_ = false;
+  bool changed_ = false;
+  bool isReading_ = false;
+  int32_t nextId_ = 0;
+  // Lower-cased name -> IDs of the categories of that name, for NameExist.
+  std::unordered_map<std::u16string, std::vector<int32_t>> names_;
+  std::vector<std::pair<int32_t, std::shared_ptr<ICategoriesEvents>>> sinks_;
+  int32_t nextCookie_ = 1;
+};
+
+}  // namespace t4

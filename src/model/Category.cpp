@@ -1,0 +1,246 @@
+#include "model/Category.h"
+
+#include "journal/Actions.h"
+#include "model/Categories.h"
+#include "model/OutlookItem.h"
+#include "session/Application.h"
+#include "support/ErrorFrame.h"
+#include "support/ErrorObject.h"
+#include "support/HandleTable.h"
+#include "support/ProcessValues.h"
+#include "support/RunTimeError.h"
+#include "support/Utf.h"
+#include "support/modData.h"
+
+namespace t4 {
+
+Category::Category() : members_(std::make_shared<Members>()) {}
+
+void Category::Init(int32_t parentHandle, const std::u16string&) {
+  parent_ = HandleTable::Resolve<Categories>(parentHandle);
+}
+
+std::shared_ptr<Application> Category::App() const {
+  return RunTimeError::Require(RunTimeError::Require(Parent())->Parent());
+}
+
+bool Category::Replaying() const {
+  return App()->Replaying();
+}
+
+void Category::RaiseChange() {
+  RunTimeError::Require(Parent())->RaiseItemChange(shared_from_this());
+}
+
+void Category::SetChanged(bool value) {
+  changed_ = value;
+  if (value) RunTimeError::Require(Parent())->SetChanged(true);
+}
+
+void Category::SetColor(int32_t value) {
+  Frame(u"Category", u"Color", [&] {
+    if (value < -2 || value > 24) value = kNone;
+    if (initializing_) {
+      if (value != kNone) color_ = value;
+      return;
+    }
+    // Same or out-of-range values are journalled and announced too.
+    if (!Replaying()) AddAction(u"Color", color_);
+    if (value != kNone) color_ = value;
+    SetChanged(true);
+    RaiseChange();
+  });
+}
+
+void Category::SetShortCut(int32_t value) {
+  Frame(u"Category", u"ShortCut", [&] {
+    if (value < 0 || value > 11) value = kNone;
+    if (initializing_) {
+      if (value != kNone) shortCut_ = value;
+      return;
+    }
+    if (!Replaying()) AddAction(u"ShortCut", shortCut_);
+    if (value != kNone) shortCut_ = value;
+    SetChanged(true);
+    RaiseChange();
+  });
+}
+
+void Category::SetInMasterlist(bool value) {
+  Frame(u"Category", u"InMasterlist", [&] {
+    if (initializing_ || value == inMasterlist_) {
+      inMasterlist_ = value;
+      return;
+    }
+    if (!value && ProcessValues::OutlookVersion() >= 12) {
+      CategoriesDeleted* deleted = RunTimeError::Require(Parent())->DeletedList();
+      RunTimeError::Require(deleted)->Add(categoryId_);
+      categoryId_.clear();
+    }
+    if (!Replaying()) AddAction(u"InMasterlist", inMasterlist_);
+    inMasterlist_ = value;
+    SetChanged(true);
+    RaiseChange();
+  });
+}
+
+void Category::SetName(std::u16string& name) {
+  Frame(u"Category", u"Name", [&] {
+    if (initializing_) {
+      const std::u16string old = name_;
+      name_ = name;
+      if (auto parent = Parent()) parent->OnRenamed(*this, old);
+      return;
+    }
+    if (name == name_) return;
+    auto parent = RunTimeError::Require(Parent());
+    if (!Replaying()) {
+      modData::TransliterateForLanguage(name);
+      std::shared_ptr<Category> found;
+      if (parent->NameExist(name, found) && found.get() != this) {
+        ErrorObject::RaiseCode(cmNameExist);
+      }
+      AddAction(u"Name", name_);
+    }
+    SetChanged(true);
+    // The Outlook 2007 rules hear of the rename (old and new name) before
+    // the name is stored; they come with the master list storage.
+    const std::u16string old = name_;
+    name_ = name;
+    parent->OnRenamed(*this, old);
+    SetMembersChanged();
+    RaiseChange();
+  });
+}
+
+std::shared_ptr<OutlookItem> Category::Member(const ItemIndex& index, bool ignoreFilter) const {
+  try {
+    return index.In(MemberCollection(ignoreFilter));
+  } catch (...) {
+    return nullptr;
+  }
+}
+
+int32_t Category::MemberCount(bool ignoreFilter) const {
+  return static_cast<int32_t>(MemberCollection(ignoreFilter).Count());
+}
+
+const Category::Members& Category::MemberCollection(bool ignoreFilter) const {
+  if (!ignoreFilter && membersFiltered_) return *membersFiltered_;
+  return *members_;
+}
+
+std::shared_ptr<Category> Category::Copy() const {
+  return Frame(u"Category", u"Copy", [&] {
+    auto copy = std::make_shared<Category>();
+    copy->parent_ = parent_;
+    copy->initializing_ = true;
+    copy->id_ = id_;
+    copy->inMasterlist_ = inMasterlist_;
+    copy->name_ = name_;
+    if (color_ != kNone) copy->color_ = color_;
+    if (shortCut_ != kNone) copy->shortCut_ = shortCut_;
+    copy->SetMembers(members_, membersFiltered_);
+    copy->initializing_ = false;
+    return copy;
+  });
+}
+
+void Category::Delete() {
+  Frame(u"Category", u"Delete", [&] {
+    const std::u16string key = Utf::Decimal(id_);
+    const bool replaying = Replaying();
+    auto self = shared_from_this();
+    for (const auto& item : members_->Snapshot()) {
+      item->SetSuppressJournal(true);
+      item->CategoriesRemove(ItemIndex::Key(key));
+      item->SetSuppressJournal(false);
+      item->SetChanged(true);
+      // Outside a replay the host learns of the deletion through ItemRemove.
+      if (replaying) RunTimeError::Require(Parent())->RaiseMemberRemove(self, item);
+    }
+  });
+}
+
+void Category::ReAssignToMembers() {
+  Frame(u"Category", u"ReAssignToMembers", [&] {
+    auto self = shared_from_this();
+    for (const auto& item : members_->Snapshot()) item->CategoriesAdd(self);
+  });
+}
+
+void Category::AddMember(const std::shared_ptr<OutlookItem>& item) {
+  try {
+    auto parent = Parent();
+    bool failed = !members_->Add(item->ID(), item);
+    // A member added under a filter is shown until the filter is applied
+    // again; it is not tested here.
+    if (membersFiltered_ && !membersFiltered_->Add(item->ID(), item)) failed = true;
+    const bool reading = parent && parent->IsReading();
+    if (!reading) SetChanged(true);
+    if (!failed && parent && (!reading || Replaying())) {
+      parent->RaiseMemberAdd(shared_from_this(), item);
+    }
+  } catch (...) {
+  }
+}
+
+void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item) {
+  try {
+    auto parent = Parent();
+    bool failed = !members_->Remove(item->ID());
+    // A member the filter hid is not in the filtered list: that removal
+    // fails and no event is raised, as intended.
+    if (membersFiltered_ && !membersFiltered_->Remove(item->ID())) failed = true;
+    const bool reading = parent && parent->IsReading();
+    if (!reading) SetChanged(true);
+    if (!failed && parent && (!reading || Replaying())) {
+      parent->RaiseMemberRemove(shared_from_this(), item);
+    }
+  } catch (...) {
+  }
+}
+
+void Category::ClearMembers() {
+  members_ = std::make_shared<Members>();
+  membersFiltered_ = std::make_shared<Members>();
+}
+
+void Category::ApplyFilter(int32_t minCategories, int32_t itemType) {
+  if (minCategories < 1 && itemType < 0) {
+    membersFiltered_.reset();
+    return;
+  }
+  auto filtered = std::make_shared<Members>();
+  members_->ForEach([&](int32_t key, const std::shared_ptr<OutlookItem>& item) {
+    if (minCategories >= 1 && item->CategoriesCount() < minCategories) return;
+    if (itemType >= 0 && item->ItemType() != itemType) return;
+    filtered->Add(key, item);
+  });
+  membersFiltered_ = std::move(filtered);
+}
+
+void Category::SetMembers(std::shared_ptr<Members> members, std::shared_ptr<Members> filtered) {
+  members_ = std::move(members);
+  membersFiltered_ = std::move(filtered);
+}
+
+void Category::SetMembersChanged() {
+  try {
+    members_->ForEach(
+        [](int32_t, const std::shared_ptr<OutlookItem>& item) { item->SetChanged(true); });
+  } catch (...) {
+  }
+}
+
+void Category::AddAction(const std::u16string& property, PropertyValue oldValue) {
+  if (initializing_) return;
+  auto action = std::make_shared<Action>();
+  action->Kind = Action::kPropertyChanged;
+  action->Category = Copy();
+  action->PropertyName = property;
+  action->Value = std::move(oldValue);
+  RunTimeError::Require(App()->Journal())->Add(std::move(action));
+}
+
+}  // namespace t4

@@ -1,0 +1,191 @@
+#include "model/OutlookItem.h"
+
+#include <algorithm>
+
+#include "journal/Actions.h"
+#include "model/Categories.h"
+#include "model/Category.h"
+#include "model/OutlookItems.h"
+#include "session/Application.h"
+#include "support/ErrorFrame.h"
+#include "support/HandleTable.h"
+#include "support/RunTimeError.h"
+#include "support/TextCase.h"
+
+namespace t4 {
+
+namespace {
+
+// Every step of the membership operations is attempted; a failing step is
+// ignored and the next one runs.
+template <class F>
+void Ignoring(F&& step) {
+  try {
+    step();
+  } catch (...) {
+  }
+}
+
+}  // namespace
+
+void OutlookItem::Init(int32_t parentHandle, const std::u16string&) {
+  parent_ = HandleTable::Resolve<OutlookItems>(parentHandle);
+}
+
+std::shared_ptr<Application> OutlookItem::App() const {
+  return RunTimeError::Require(RunTimeError::Require(Parent())->Parent());
+}
+
+std::shared_ptr<Categories> OutlookItem::Cats() const {
+  return RunTimeError::Require(App()->Categories());
+}
+
+void OutlookItem::Initialize(int32_t id, std::u16string entryId, SharedText storeId,
+                             SharedText folder, std::u16string subject, SharedText messageClass,
+                             double dateTime) {
+  suppressJournal_ = true;
+  id_ = id;
+  entryId_ = std::move(entryId);
+  storeId_ = std::move(storeId);
+  folder_ = std::move(folder);
+  subject_ = std::move(subject);
+  const std::u16string lower = TextCase::Lower(*messageClass);
+  messageClass_ = lower == *messageClass ? std::move(messageClass)
+                                         : std::make_shared<const std::u16string>(lower);
+  dateTime_ = dateTime;
+  suppressJournal_ = false;
+}
+
+void OutlookItem::SetChanged(bool value) {
+  changed_ = value;
+  if (value) {
+    if (auto parent = Parent()) parent->SetChanged(true);
+  }
+}
+
+bool OutlookItem::JournalSuppressedByOwners() const {
+  auto parent = Parent();
+  if (!parent || parent->IsReading()) return true;
+  auto app = parent->Parent();
+  return !app || app->Replaying();
+}
+
+void OutlookItem::AddAction(int32_t categoryId, int32_t kind) {
+  if (suppressJournal_) return;
+  auto action = std::make_shared<Action>();
+  action->Kind = kind;
+  action->ItemID = id_;
+  action->CategoryID = categoryId;
+  RunTimeError::Require(App()->Journal())->Add(std::move(action));
+}
+
+void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category) {
+  if (!category) return;
+  const int32_t id = category->ID();
+  const bool wasEmpty = categories_.empty();
+  if (std::find(categories_.begin(), categories_.end(), id) != categories_.end()) return;
+  categories_.push_back(id);
+  auto self = shared_from_this();
+  SetChanged(true);
+  Ignoring([&] {
+    if (!JournalSuppressedByOwners()) AddAction(id, Action::kAdded);
+  });
+  Ignoring([&] { category->AddMember(self); });
+  if (wasEmpty && !moving_) {
+    Ignoring([&] {
+      if (auto def = Cats()->DefaultCategory(true)) def->RemoveMember(self);
+    });
+  }
+}
+
+void OutlookItem::CategoriesRemove(const ItemIndex& index) {
+  size_t at = categories_.size();
+  if (index.IsKey()) {
+    const auto key = index.KeyId();
+    if (key)
+      at = static_cast<size_t>(std::find(categories_.begin(), categories_.end(), *key) -
+                               categories_.begin());
+  } else if (index.PositionValue() >= 1 && index.PositionValue() <= CategoriesCount()) {
+    at = static_cast<size_t>(index.PositionValue() - 1);
+  }
+  if (at >= categories_.size()) return;
+  const int32_t id = categories_[at];
+  categories_.erase(categories_.begin() + static_cast<std::ptrdiff_t>(at));
+  auto self = shared_from_this();
+  SetChanged(true);
+  Ignoring([&] {
+    if (!JournalSuppressedByOwners()) AddAction(id, Action::kRemoved);
+  });
+  Ignoring([&] {
+    if (auto category = Cats()->Item(ItemIndex::Key(id), true)) category->RemoveMember(self);
+  });
+  if (!moving_ && categories_.empty()) {
+    Ignoring([&] {
+      if (auto def = Cats()->DefaultCategory(true)) def->AddMember(self);
+    });
+  }
+}
+
+void OutlookItem::MoveToCategory(const std::shared_ptr<Category>& category) {
+  Frame(u"OutlookItem", u"MoveToCategory", [&] {
+    struct MovingFlag {
+      bool& flag;
+      explicit MovingFlag(bool& f) : flag(f) { flag = true; }
+      ~MovingFlag() { flag = false; }
+    } moving(moving_);
+    const bool hadCategories = !categories_.empty();
+    const int32_t target = RunTimeError::Require(category)->ID();
+    bool found = false;
+    // Last position first, so the positions still to visit stay valid.
+    for (int64_t pos = CategoriesCount(); pos >= 1; --pos) {
+      if (categories_[static_cast<size_t>(pos - 1)] != target) {
+        CategoriesRemove(ItemIndex::Position(pos));
+      } else {
+        found = true;
+      }
+    }
+    if (!found) CategoriesAdd(category);
+    if (!hadCategories) {
+      // The add above skipped leaving the default category while moving.
+      if (auto def = Cats()->DefaultCategory(true)) def->RemoveMember(shared_from_this());
+    }
+  });
+}
+
+std::vector<std::u16string> OutlookItem::CategoriesArray() const {
+  std::vector<std::u16string> names;
+  if (categories_.empty()) return names;
+  auto cats = Cats();
+  names.reserve(categories_.size());
+  for (int32_t id : categories_) {
+    auto category = cats->Item(ItemIndex::Key(id), true);
+    names.push_back(category ? category->Name() : std::u16string());
+  }
+  return names;
+}
+
+std::u16string OutlookItem::CategoriesString() const {
+  std::u16string out;
+  bool first = true;
+  for (const auto& name : CategoriesArray()) {
+    if (!first) out += u';';
+    out += name;
+    first = false;
+  }
+  return out;
+}
+
+int32_t OutlookItem::ItemType() const {
+  // First match wins, on the start of the lower-case message class.
+  static const std::pair<std::u16string_view, int32_t> kTypes[] = {
+      {u"ipm.note", 0}, {u"ipm.contact", 2},  {u"ipm.appointment", 1}, {u"ipm.activity", 4},
+      {u"ipm.task", 3}, {u"ipm.distlist", 7}, {u"ipm.post", 6},        {u"ipm.stickynote", 5},
+  };
+  const std::u16string_view cls = MessageClass();
+  for (const auto& [prefix, type] : kTypes) {
+    if (cls.substr(0, prefix.size()) == prefix) return type;
+  }
+  return 0;
+}
+
+}  // namespace t4

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model/IChild.h"
+#include "model/ItemIndex.h"
+
+namespace t4 {
+
+class Category;
+class Categories;
+class OutlookItems;
+class Application;
+
+// The library's record of one Outlook item and the categories on it, kept
+// as category IDs in the order they were added (a renamed category stays
+// assigned). The item is a member of exactly the categories in its list,
+// and of the default category exactly when the list is empty.
+class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookItem> {
+ public:
+  using SharedText = std::shared_ptr<const std::u16string>;
+
+  // Public members.
+  // Assigns the category; one the item already has changes nothing.
+  void CategoriesAdd(const std::shared_ptr<Category>& category);
+  // The names of the item's categories in list order; empty when none.
+  std::vector<std::u16string> CategoriesArray() const;
+  int32_t CategoriesCount() const { return static_cast<int32_t>(categories_.size()); }
+  // Removes the category at `index`: a 1-based position in the item's list
+  // or the decimal text of a category ID; an unknown index does nothing.
+  void CategoriesRemove(const ItemIndex& index);
+  // The names joined by ";" (no blank, no closing ";"); "" when none.
+  std::u16string CategoriesString() const;
+  bool Changed() const { return changed_; }
+  double DateTime() const { return dateTime_; }
+  const std::u16string& Folder() const { return *folder_; }
+  int32_t ID() const { return id_; }
+  // Outlook's item type from the message class prefix (mail when unknown).
+  int32_t ItemType() const;
+  const std::u16string& MessageClass() const { return *messageClass_; }
+  // Makes `category` the item's only category.
+  void MoveToCategory(const std::shared_ptr<Category>& category);
+  const std::u16string& Subject() const { return subject_; }
+  const std::u16string& EntryID() const { return entryId_; }
+  const std::u16string& StoreID() const { return *storeId_; }
+
+  // IChild: the parent is an OutlookItems handle; the key is ignored.
+  void Init(int32_t parentHandle, const std::u16string& key = u"") override;
+  void ResetParentPtr() override { parent_.reset(); }
+
+  // Internal operations.
+  void SetParent(std::weak_ptr<OutlookItems> parent) { parent_ = std::move(parent); }
+  std::shared_ptr<OutlookItems> Parent() const { return parent_.lock(); }
+  // Fills the fields (message class in lower case) without journalling.
+  void Initialize(int32_t id, std::u16string entryId, SharedText storeId, SharedText folder,
+                  std::u16string subject, SharedText messageClass, double dateTime);
+  void SetID(int32_t id) { id_ = id; }
+  bool SuppressJournal() const { return suppressJournal_; }
+  void SetSuppressJournal(bool value) { suppressJournal_ = value; }
+  // True also marks the owning collection changed.
+  void SetChanged(bool value);
+  // The category IDs in list order.
+  const std::vector<int32_t>& CategoryIds() const { return categories_; }
+
+ private:
+  void AddAction(int32_t categoryId, int32_t kind);
+  bool JournalSuppressedByOwners() const;
+  std::shared_ptr<Application> App() const;
+  std::shared_ptr<Categories> Cats() const;
+
+  std::weak_ptr<OutlookItems> parent_;
+  int32_t id_ = 0;
+  std::u16string entryId_;
+  std::u16string subject_;
+  SharedText storeId_;
+  SharedText messageClass_;
+  SharedText folder_;
+  double dateTime_ = 0;
+  std::vector<int32_t> categories_;
+  bool changed_ = false;
+  bool suppressJournal_ = false;
+  bool moving_ = false;
+};
+
+}  // namespace t4
