@@ -1,0 +1,154 @@
+#include "com/ApplicationObject.h"
+
+#include <new>
+
+#include "com/ClassInfo.h"
+#include "com/ErrorBoundary.h"
+#include "com/LanguageSupport.h"
+
+namespace t4::com {
+
+namespace {
+
+const IID& kItf = IID__Application;
+const IID& kLanguageItf = IID__ILanguage;
+
+}  // namespace
+
+HRESULT ApplicationObject::Create(REFIID iid, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  return Boundary(kItf, [&] {
+    std::shared_ptr<Application> core = Application::Create();
+    IUnknown* wrapper = IdentityMap::FindOrCreate(core.get(), [&]() -> IUnknown* {
+      auto* created = new ApplicationObject(core);
+      created->BindIdentity(core.get());
+      return created->Identity();
+    });
+    const HRESULT hr = wrapper->QueryInterface(iid, object);
+    wrapper->Release();
+    return hr;
+  });
+}
+
+ApplicationObject::ApplicationObject(std::shared_ptr<Application> core) noexcept
+    : core_(std::move(core)),
+      events_(static_cast<IConnectionPointContainer*>(this), DIID___Application) {}
+
+// _Application ------------------------------------------------------------
+
+HRESULT ApplicationObject::ToILanguage(_ILanguage** oLanguage) noexcept {
+  if (oLanguage == nullptr) return E_POINTER;
+  *oLanguage = static_cast<_ILanguage*>(this);
+  AddRef();
+  return S_OK;
+}
+
+HRESULT ApplicationObject::get_BatchMode(VARIANT_BOOL* bBatchMode) noexcept {
+  if (bBatchMode != nullptr) *bBatchMode = VARIANT_FALSE;
+  return NotImplemented(kItf, u"Application.BatchMode");
+}
+
+HRESULT ApplicationObject::put_BatchMode(VARIANT_BOOL) noexcept {
+  return NotImplemented(kItf, u"Application.BatchMode");
+}
+
+HRESULT ApplicationObject::get_Categories(_Categories** oCategories) noexcept {
+  if (oCategories != nullptr) *oCategories = nullptr;
+  return NotImplemented(kItf, u"Application.Categories");
+}
+
+HRESULT ApplicationObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
+  if (bChanged != nullptr) *bChanged = VARIANT_FALSE;
+  return NotImplemented(kItf, u"Application.Changed");
+}
+
+HRESULT ApplicationObject::Initialize(IDispatch*) noexcept {
+  return NotImplemented(kItf, u"Application.Initialize");
+}
+
+HRESULT ApplicationObject::get_OutlookItems(_OutlookItems** oOutlookItems) noexcept {
+  if (oOutlookItems != nullptr) *oOutlookItems = nullptr;
+  return NotImplemented(kItf, u"Application.OutlookItems");
+}
+
+HRESULT ApplicationObject::ReadItems(VARIANT*) noexcept {
+  return NotImplemented(kItf, u"Application.ReadItems");
+}
+
+HRESULT ApplicationObject::ReadMasterlist() noexcept {
+  return NotImplemented(kItf, u"Application.ReadMasterlist");
+}
+
+HRESULT ApplicationObject::Redo() noexcept {
+  return NotImplemented(kItf, u"Application.Redo");
+}
+
+HRESULT ApplicationObject::get_RedoIsPossible(VARIANT_BOOL* bPossible) noexcept {
+  if (bPossible != nullptr) *bPossible = VARIANT_FALSE;
+  return NotImplemented(kItf, u"Application.RedoIsPossible");
+}
+
+HRESULT ApplicationObject::get_RulesSupported(VARIANT_BOOL* bSupported) noexcept {
+  if (bSupported != nullptr) *bSupported = VARIANT_FALSE;
+  return NotImplemented(kItf, u"Application.RulesSupported");
+}
+
+HRESULT ApplicationObject::SaveChanges() noexcept {
+  return NotImplemented(kItf, u"Application.SaveChanges");
+}
+
+HRESULT ApplicationObject::Terminate() noexcept {
+  return NotImplemented(kItf, u"Application.Terminate");
+}
+
+HRESULT ApplicationObject::Undo() noexcept {
+  return NotImplemented(kItf, u"Application.Undo");
+}
+
+HRESULT ApplicationObject::get_UndoIsPossible(VARIANT_BOOL* bPossible) noexcept {
+  if (bPossible != nullptr) *bPossible = VARIANT_FALSE;
+  return NotImplemented(kItf, u"Application.UndoIsPossible");
+}
+
+// _ILanguage --------------------------------------------------------------
+
+HRESULT ApplicationObject::get_LanguageID(LONG* lLanguageID) noexcept {
+  return LanguageSupport::GetLanguageID(kLanguageItf, *core_, lLanguageID);
+}
+
+HRESULT ApplicationObject::put_LanguageID(LONG lLanguageID) noexcept {
+  return LanguageSupport::PutLanguageID(kLanguageItf, *core_, lLanguageID);
+}
+
+HRESULT ApplicationObject::get_SupportedLanguages(IDispatch** oLanguages) noexcept {
+  return LanguageSupport::GetSupportedLanguages(kLanguageItf, *core_, oLanguages);
+}
+
+// IConnectionPointContainer ----------------------------------------------
+
+HRESULT ApplicationObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
+  IConnectionPoint* all[] = {&events_};
+  return EnumerateConnectionPoints(all, 1, points);
+}
+
+HRESULT ApplicationObject::FindConnectionPoint(REFIID riid, IConnectionPoint** point) noexcept {
+  if (point == nullptr) return E_POINTER;
+  *point = nullptr;
+  if (!IsEqualIID(riid, events_.Source())) return CONNECT_E_NOCONNECTION;
+  events_.AddRef();
+  *point = &events_;
+  return S_OK;
+}
+
+// IProvideClassInfo2 -----------------------------------------------------
+
+HRESULT ApplicationObject::GetClassInfo(ITypeInfo** info) noexcept {
+  return ClassTypeInfo(CLSID_Application, info);
+}
+
+HRESULT ApplicationObject::GetGUID(DWORD kind, GUID* guid) noexcept {
+  return DefaultSourceGuid(&DIID___Application, kind, guid);
+}
+
+}  // namespace t4::com

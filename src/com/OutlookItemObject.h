@@ -1,0 +1,43 @@
+#pragma once
+
+#include "com/ComObject.h"
+#include "com/Tandrel4_h.h"
+
+namespace t4::com {
+
+// COM face of one Outlook item. Answers _OutlookItem (default) and _IChild.
+// Not wired to the core's OutlookItem yet: every member answers E_NOTIMPL
+// ("Not implemented yet: ...") until it is. The class is not creatable and
+// no public member hands one out yet.
+class OutlookItemObject final : public ComObject<OutlookItemObject, DispatchImpl<_OutlookItem>,
+                                                 DispatchImpl<_IChild>, IProvideClassInfo> {
+ public:
+  // A wrapper without core object (tests of the pending members).
+  static HRESULT Create(REFIID iid, void** object) noexcept;
+
+  // _OutlookItem
+  HRESULT STDMETHODCALLTYPE CategoriesAdd(_Category* oCategory) noexcept override;
+  HRESULT STDMETHODCALLTYPE CategoriesArray(VARIANT* vNames) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_CategoriesCount(LONG* lCount) noexcept override;
+  HRESULT STDMETHODCALLTYPE CategoriesRemove(VARIANT Index) noexcept override;
+  HRESULT STDMETHODCALLTYPE CategoriesString(BSTR* sCategories) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_Changed(VARIANT_BOOL* bChanged) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_DateTime(DATE* dtDateTime) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_Folder(BSTR* sFolder) noexcept override;
+  HRESULT STDMETHODCALLTYPE GetOutlookItem(IDispatch** oItem) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_ID(LONG* lID) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_ItemType(LONG* lItemType) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_MessageClass(BSTR* sMessageClass) noexcept override;
+  HRESULT STDMETHODCALLTYPE MoveToCategory(_Category* Category) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_Subject(BSTR* sSubject) noexcept override;
+
+  // _IChild
+  HRESULT STDMETHODCALLTYPE Init(LONG lParentPtr, VARIANT sKey) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_Key(BSTR* sKey) noexcept override;
+  HRESULT STDMETHODCALLTYPE ResetParentPtr() noexcept override;
+
+  // IProvideClassInfo
+  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
+};
+
+}  // namespace t4::com

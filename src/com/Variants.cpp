@@ -1,0 +1,175 @@
+#include "com/Variants.h"
+
+#include <new>
+
+#include "support/RunTimeError.h"
+
+namespace t4::com {
+
+namespace {
+
+// Coerces `value` (read through any reference) to `type`; raises the
+// run-time error a VB client would get.
+void Coerce(const VARIANT& value, VARIANT* result, VARTYPE type) {
+  const VARIANT& source = Deref(value);
+  const HRESULT hr =
+      ::VariantChangeTypeEx(result, const_cast<VARIANT*>(&source), LOCALE_INVARIANT, 0, type);
+  if (SUCCEEDED(hr)) return;
+  if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
+  if (hr == DISP_E_OVERFLOW) throw RunTimeError::Make(RunTimeError::kOverflow);
+  throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+}
+
+}  // namespace
+
+const VARIANT& Deref(const VARIANT& value) noexcept {
+  const VARIANT* current = &value;
+  // A cycle cannot be built by a sane client; the bound only guards against
+  // a broken one.
+  for (int depth = 0; depth < 16; ++depth) {
+    if (V_VT(current) != (VT_BYREF | VT_VARIANT) || V_VARIANTREF(current) == nullptr) break;
+    current = V_VARIANTREF(current);
+  }
+  return *current;
+}
+
+bool IsMissing(const VARIANT& value) noexcept {
+  const VARIANT& v = Deref(value);
+  return V_VT(&v) == VT_ERROR && V_ERROR(&v) == DISP_E_PARAMNOTFOUND;
+}
+
+std::u16string TextOf(const VARIANT& value) {
+  ScopedVariant result;
+  Coerce(value, result.get(), VT_BSTR);
+  return FromBstr(V_BSTR(result.get()));
+}
+
+int32_t LongOf(const VARIANT& value) {
+  ScopedVariant result;
+  Coerce(value, result.get(), VT_I4);
+  return V_I4(result.get());
+}
+
+bool BoolOf(const VARIANT& value) {
+  ScopedVariant result;
+  Coerce(value, result.get(), VT_BOOL);
+  return V_BOOL(result.get()) != VARIANT_FALSE;
+}
+
+std::u16string OptionalText(const VARIANT& value, std::u16string_view fallback) {
+  return IsMissing(value) ? std::u16string(fallback) : TextOf(value);
+}
+
+int32_t OptionalLong(const VARIANT& value, int32_t fallback) {
+  return IsMissing(value) ? fallback : LongOf(value);
+}
+
+bool OptionalBool(const VARIANT& value, bool fallback) {
+  return IsMissing(value) ? fallback : BoolOf(value);
+}
+
+void AssignByRef(VARIANT* target, const VARIANT& value) {
+  if (target == nullptr) return;
+  VARIANT* slot = target;
+  while (V_VT(slot) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(slot) != nullptr) {
+    slot = V_VARIANTREF(slot);
+  }
+  const VARTYPE type = V_VT(slot);
+  if ((type & VT_BYREF) == 0) {
+    // The VARIANT itself is the variable.
+    ScopedVariant copy;
+    const HRESULT hr = ::VariantCopyInd(copy.get(), const_cast<VARIANT*>(&value));
+    if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
+    if (FAILED(hr)) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+    ::VariantClear(slot);
+    copy.Detach(slot);
+    return;
+  }
+  // A typed variable (ByRef x As Long and the like): convert to its type and
+  // write through the reference, releasing what it held before.
+  const VARTYPE base = static_cast<VARTYPE>(type & ~VT_BYREF);
+  if ((base & VT_ARRAY) != 0) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+  ScopedVariant converted;
+  Coerce(value, converted.get(), base);
+  switch (base) {
+    case VT_I2:
+      *V_I2REF(slot) = V_I2(converted.get());
+      break;
+    case VT_I4:
+      *V_I4REF(slot) = V_I4(converted.get());
+      break;
+    case VT_R4:
+      *V_R4REF(slot) = V_R4(converted.get());
+      break;
+    case VT_R8:
+      *V_R8REF(slot) = V_R8(converted.get());
+      break;
+    case VT_CY:
+      *V_CYREF(slot) = V_CY(converted.get());
+      break;
+    case VT_DATE:
+      *V_DATEREF(slot) = V_DATE(converted.get());
+      break;
+    case VT_BOOL:
+      *V_BOOLREF(slot) = V_BOOL(converted.get());
+      break;
+    case VT_UI1:
+      *V_UI1REF(slot) = V_UI1(converted.get());
+      break;
+    case VT_DECIMAL:
+      *V_DECIMALREF(slot) = V_DECIMAL(converted.get());
+      break;
+    case VT_BSTR:
+      ::SysFreeString(*V_BSTRREF(slot));
+      *V_BSTRREF(slot) = V_BSTR(converted.get());
+      V_VT(converted.get()) = VT_EMPTY;  // ownership moved
+      break;
+    case VT_DISPATCH:
+      if (*V_DISPATCHREF(slot) != nullptr) (*V_DISPATCHREF(slot))->Release();
+      *V_DISPATCHREF(slot) = V_DISPATCH(converted.get());
+      V_VT(converted.get()) = VT_EMPTY;
+      break;
+    case VT_UNKNOWN:
+      if (*V_UNKNOWNREF(slot) != nullptr) (*V_UNKNOWNREF(slot))->Release();
+      *V_UNKNOWNREF(slot) = V_UNKNOWN(converted.get());
+      V_VT(converted.get()) = VT_EMPTY;
+      break;
+    default:
+      throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+  }
+}
+
+void AssignByRef(VARIANT* target, int32_t value) {
+  VARIANT v;
+  V_VT(&v) = VT_I4;
+  V_I4(&v) = value;
+  AssignByRef(target, v);
+}
+
+void AssignByRef(VARIANT* target, bool value) {
+  VARIANT v;
+  V_VT(&v) = VT_BOOL;
+  V_BOOL(&v) = ToVariantBool(value);
+  AssignByRef(target, v);
+}
+
+void AssignByRef(VARIANT* target, IDispatch* object) {
+  VARIANT v;
+  V_VT(&v) = VT_DISPATCH;
+  V_DISPATCH(&v) = object;  // borrowed: AssignByRef copies (and AddRefs)
+  AssignByRef(target, v);
+}
+
+BSTR ToBstr(std::u16string_view text) {
+  BSTR result = ::SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.data()),
+                                    static_cast<UINT>(text.size()));
+  if (result == nullptr) throw std::bad_alloc();
+  return result;
+}
+
+std::u16string FromBstr(BSTR text) {
+  if (text == nullptr) return std::u16string();
+  return std::u16string(reinterpret_cast<const char16_t*>(text), ::SysStringLen(text));
+}
+
+}  // namespace t4::com

@@ -1,0 +1,157 @@
+' Tandrel4.Application from VBScript: creation, the language view and the
+' members that are not built yet. Prints PASS/FAIL lines and a SUMMARY.
+Option Explicit
+
+Const EXPECTED_CHECKS = 71
+Dim passed, failed
+passed = 0
+failed = 0
+
+Sub Check(ok, name, detail)
+  If ok Then
+    passed = passed + 1
+    WScript.Echo "PASS " & name
+  Else
+    failed = failed + 1
+    WScript.Echo "FAIL " & name & ": " & detail
+  End If
+End Sub
+
+' Checks the error a pending member left in Err (number and text captured by
+' the caller, since the call itself must run in the caller's scope).
+Sub CheckPending(name, number, description, member)
+  Check number = &H80004001, name & " raises E_NOTIMPL", "Err.Number " & Hex(number)
+  Check Left(description, 19) = "Not implemented yet", name & " description starts Not implemented yet", description
+  Check description = "Not implemented yet: " & member, name & " description names the member", description
+End Sub
+
+On Error Resume Next
+
+Dim app, app1, lang, lang2, other, value, list, folder
+
+Err.Clear
+Set app = CreateObject("Tandrel4.Application")
+Check Err.Number = 0, "CreateObject Tandrel4.Application", Err.Description
+Check IsObject(app), "Application is an object", TypeName(app)
+' VBScript names an object by its class where the object tells it
+' (IProvideClassInfo), otherwise by its default interface.
+Check TypeName(app) = "Application" Or TypeName(app) = "_Application", "TypeName of Application", TypeName(app)
+
+Err.Clear
+Set app1 = CreateObject("Tandrel4.Application.1")
+Check Err.Number = 0 And IsObject(app1), "CreateObject Tandrel4.Application.1", Err.Description
+Check Not (app Is app1), "two Application objects are distinct", ""
+
+Err.Clear
+Set lang = app.ToILanguage
+Check Err.Number = 0, "ToILanguage", Err.Description
+Check Not (lang Is Nothing), "ToILanguage returns an object", ""
+value = TypeName(lang)
+Check value = "_ILanguage" Or value = "ILanguage" Or value = "Application", "TypeName of the language view", value
+Set lang2 = app.ToILanguage
+Check lang Is lang2, "ToILanguage returns the same object each time", ""
+
+Err.Clear
+value = lang.LanguageID
+Check Err.Number = 0 And value = 1031, "LanguageID reads 1031 at first", Err.Description & " " & value
+Check VarType(value) = vbLong, "LanguageID is a Long", VarType(value)
+lang.LanguageID = 1033
+Check lang.LanguageID = 1033, "LanguageID accepts 1033", lang.LanguageID
+lang.LanguageID = 1036
+Check lang.LanguageID = 1031, "LanguageID 1036 stores 1031", lang.LanguageID
+lang.LanguageID = 1033
+lang.LanguageID = 0
+Check lang.LanguageID = 1031, "LanguageID 0 stores 1031", lang.LanguageID
+lang.LanguageID = "1033"
+Check Err.Number = 0 And lang.LanguageID = 1033, "LanguageID accepts the text 1033", Err.Description
+
+' The setting is process-wide: every object's language view shows it.
+Set other = CreateObject("Tandrel4.FolderData").ToILanguage
+Check other.LanguageID = 1033, "LanguageID is shared with FolderData", other.LanguageID
+Set other = app1.ToILanguage
+Check other.LanguageID = 1033, "LanguageID is shared between Application objects", other.LanguageID
+other.LanguageID = 1031
+Check lang.LanguageID = 1031, "LanguageID set through another object", lang.LanguageID
+
+Err.Clear
+lang.LanguageID = "abc"
+Check Err.Number = 13, "LanguageID rejects text that is no number (type mismatch)", Err.Number
+Check lang.LanguageID = 1031, "a rejected value leaves LanguageID", lang.LanguageID
+
+Err.Clear
+Check lang.SupportedLanguages Is Nothing, "SupportedLanguages is Nothing", Err.Description
+
+' Names that do not exist, and members of the language view that the
+' default interface does not carry.
+Err.Clear
+value = app.NoSuchMember
+Check Err.Number = 438, "unknown member raises 438", Err.Number
+Err.Clear
+value = app.LanguageID
+Check Err.Number = 438, "LanguageID is not on the default interface", Err.Number
+
+' Members not built yet.
+Err.Clear
+app.ReadMasterlist
+CheckPending "ReadMasterlist", Err.Number, Err.Description, "Application.ReadMasterlist"
+Check Err.Source = "Tandrel4", "error source is Tandrel4", Err.Source
+Err.Clear
+value = app.BatchMode
+CheckPending "BatchMode get", Err.Number, Err.Description, "Application.BatchMode"
+Err.Clear
+app.BatchMode = True
+CheckPending "BatchMode let", Err.Number, Err.Description, "Application.BatchMode"
+Err.Clear
+Set value = app.Categories
+CheckPending "Categories", Err.Number, Err.Description, "Application.Categories"
+Err.Clear
+value = app.Changed
+CheckPending "Changed", Err.Number, Err.Description, "Application.Changed"
+Err.Clear
+app.Initialize Nothing
+CheckPending "Initialize", Err.Number, Err.Description, "Application.Initialize"
+Err.Clear
+Set value = app.OutlookItems
+CheckPending "OutlookItems", Err.Number, Err.Description, "Application.OutlookItems"
+' The folder list is passed by reference (a script variable).
+Set list = Nothing
+Err.Clear
+app.ReadItems list
+CheckPending "ReadItems", Err.Number, Err.Description, "Application.ReadItems"
+Err.Clear
+app.Redo
+CheckPending "Redo", Err.Number, Err.Description, "Application.Redo"
+Err.Clear
+value = app.RedoIsPossible
+CheckPending "RedoIsPossible", Err.Number, Err.Description, "Application.RedoIsPossible"
+Err.Clear
+value = app.RulesSupported
+CheckPending "RulesSupported", Err.Number, Err.Description, "Application.RulesSupported"
+Err.Clear
+app.SaveChanges
+CheckPending "SaveChanges", Err.Number, Err.Description, "Application.SaveChanges"
+Err.Clear
+app.Terminate
+CheckPending "Terminate", Err.Number, Err.Description, "Application.Terminate"
+Err.Clear
+app.Undo
+CheckPending "Undo", Err.Number, Err.Description, "Application.Undo"
+Err.Clear
+value = app.UndoIsPossible
+CheckPending "UndoIsPossible", Err.Number, Err.Description, "Application.UndoIsPossible"
+
+' The object stays usable after errors.
+Err.Clear
+Check app.ToILanguage.LanguageID = 1031, "Application works after errors", Err.Description
+
+Set lang = Nothing
+Set lang2 = Nothing
+Set other = Nothing
+Set app = Nothing
+Set app1 = Nothing
+Check Err.Number = 0, "objects released", Err.Description
+
+' With On Error Resume Next a check whose expression fails is skipped
+' silently; counting them catches that.
+Check passed + failed = EXPECTED_CHECKS, "every check ran", (passed + failed) & " of " & EXPECTED_CHECKS
+WScript.Echo "SUMMARY passed=" & passed & " failed=" & failed

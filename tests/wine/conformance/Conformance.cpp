@@ -1,0 +1,1016 @@
+// A COM client of the registered Tandrel4.dll, run under Wine by
+// run-wine-tests.sh from the directory that holds the DLL. It checks what
+// every client relies on: creation by CLSID and ProgID, QueryInterface and
+// object identity, reference counts, IDispatch through the type library,
+// the type library itself, error reporting, connection points, the
+// module's unload rules, the message table and the version resource.
+
+#include <ocidl.h>
+#include <olectl.h>
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "DispatchProbe.h"
+#include "ObjectModel.h"
+#include "TestLog.h"
+#include "com/Tandrel4_h.h"
+
+using t4test::TestLog;
+
+namespace {
+
+// Current reference count of `object` (what AddRef + Release report).
+ULONG RefCount(IUnknown* object) {
+  object->AddRef();
+  return object->Release();
+}
+
+IUnknown* IdentityOf(IUnknown* object) {
+  IUnknown* identity = nullptr;
+  if (FAILED(object->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&identity)))) {
+    return nullptr;
+  }
+  identity->Release();  // still held through `object`
+  return identity;
+}
+
+std::wstring TakeBstr(BSTR text) {
+  std::wstring result = text != nullptr ? std::wstring(text, ::SysStringLen(text)) : L"";
+  ::SysFreeString(text);
+  return result;
+}
+
+// The IErrorInfo a failing call left behind.
+struct ErrorInfoFields {
+  bool present = false;
+  std::wstring source;
+  std::wstring description;
+  GUID guid = GUID_NULL;
+};
+
+ErrorInfoFields TakeErrorInfo() {
+  ErrorInfoFields fields;
+  IErrorInfo* info = nullptr;
+  if (::GetErrorInfo(0, &info) != S_OK || info == nullptr) return fields;
+  fields.present = true;
+  BSTR text = nullptr;
+  info->GetSource(&text);
+  fields.source = TakeBstr(text);
+  text = nullptr;
+  info->GetDescription(&text);
+  fields.description = TakeBstr(text);
+  info->GetGUID(&fields.guid);
+  info->Release();
+  return fields;
+}
+
+// Checks a vtable call that must answer E_NOTIMPL with its error info.
+void CheckPending(HRESULT hr, const std::string& member, const IID& iid) {
+  const std::string name = "pending " + member;
+  if (!TestLog::CheckHr(hr, E_NOTIMPL, name + " returns E_NOTIMPL")) return;
+  const ErrorInfoFields info = TakeErrorInfo();
+  const std::wstring expected =
+      L"Not implemented yet: " + std::wstring(member.begin(), member.end());
+  TestLog::Check(info.present && info.description == expected, name + " error description",
+                 "got \"" + TestLog::Utf8(info.description) + "\"");
+  TestLog::Check(info.present && info.source == L"Tandrel4" && IsEqualGUID(info.guid, iid),
+                 name + " error source and interface");
+}
+
+// ---------------------------------------------------------------------------
+
+void TestCreation() {
+  CLSID clsid = GUID_NULL;
+  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.Application", &clsid), S_OK,
+                   "ProgID Tandrel4.Application resolves");
+  TestLog::Check(IsEqualCLSID(clsid, CLSID_Application), "ProgID Tandrel4.Application is CLSID");
+  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.Application.1", &clsid), S_OK,
+                   "ProgID Tandrel4.Application.1 resolves");
+  TestLog::Check(IsEqualCLSID(clsid, CLSID_Application), "ProgID Tandrel4.Application.1 is CLSID");
+  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.FolderData", &clsid), S_OK,
+                   "ProgID Tandrel4.FolderData resolves");
+  TestLog::Check(IsEqualCLSID(clsid, CLSID_FolderData), "ProgID Tandrel4.FolderData is CLSID");
+  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.FolderData.1", &clsid), S_OK,
+                   "ProgID Tandrel4.FolderData.1 resolves");
+  TestLog::Check(IsEqualCLSID(clsid, CLSID_FolderData), "ProgID Tandrel4.FolderData.1 is CLSID");
+  TestLog::Check(FAILED(::CLSIDFromProgID(L"Tandrel4.Category", &clsid)),
+                 "noncreatable Category has no ProgID");
+
+  wchar_t* progId = nullptr;
+  if (TestLog::CheckHr(::ProgIDFromCLSID(CLSID_Application, &progId), S_OK,
+                       "ProgIDFromCLSID Application")) {
+    TestLog::Check(std::wstring(progId) == L"Tandrel4.Application.1",
+                   "ProgIDFromCLSID Application is the versioned ProgID", TestLog::Utf8(progId));
+    ::CoTaskMemFree(progId);
+  }
+
+  // By CLSID and by ProgID, for both creatable classes.
+  for (const wchar_t* name : {L"Tandrel4.Application", L"Tandrel4.FolderData"}) {
+    const std::string label = TestLog::Utf8(name);
+    CLSID byProgId = GUID_NULL;
+    ::CLSIDFromProgID(name, &byProgId);
+    IDispatch* object = nullptr;
+    HRESULT hr = ::CoCreateInstance(byProgId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                                    reinterpret_cast<void**>(&object));
+    if (TestLog::CheckHr(hr, S_OK, "CoCreateInstance by ProgID " + label)) {
+      TestLog::Check(object != nullptr && object->Release() == 0,
+                     "release of " + label + " by ProgID reaches 0");
+    }
+  }
+  _Application* app = nullptr;
+  TestLog::CheckHr(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER,
+                                      IID__Application, reinterpret_cast<void**>(&app)),
+                   S_OK, "CoCreateInstance Application by CLSID as _Application");
+  if (app != nullptr) app->Release();
+  _FolderData* folder = nullptr;
+  TestLog::CheckHr(::CoCreateInstance(CLSID_FolderData, nullptr, CLSCTX_INPROC_SERVER,
+                                      IID__FolderData, reinterpret_cast<void**>(&folder)),
+                   S_OK, "CoCreateInstance FolderData by CLSID as _FolderData");
+  if (folder != nullptr) folder->Release();
+
+  IUnknown* unknown = nullptr;
+  TestLog::CheckHr(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER,
+                                      IID_IPersist, reinterpret_cast<void**>(&unknown)),
+                   E_NOINTERFACE, "CoCreateInstance for an unsupported interface");
+  TestLog::Check(unknown == nullptr, "unsupported interface leaves the pointer null");
+  TestLog::Check(FAILED(::CoCreateInstance(CLSID_Category, nullptr, CLSCTX_INPROC_SERVER,
+                                           IID_IUnknown, reinterpret_cast<void**>(&unknown))),
+                 "noncreatable Category cannot be created");
+
+  // Aggregation is not offered.
+  IUnknown* outer = nullptr;
+  ::CoCreateInstance(CLSID_FolderData, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                     reinterpret_cast<void**>(&outer));
+  if (outer != nullptr) {
+    TestLog::CheckHr(::CoCreateInstance(CLSID_Application, outer, CLSCTX_INPROC_SERVER,
+                                        IID_IUnknown, reinterpret_cast<void**>(&unknown)),
+                     CLASS_E_NOAGGREGATION, "CoCreateInstance with an outer object");
+    outer->Release();
+  }
+}
+
+void TestIdentityAndRefCounts() {
+  _Application* app = nullptr;
+  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
+                                reinterpret_cast<void**>(&app)))) {
+    TestLog::Fail("identity", "Application not created");
+    return;
+  }
+  TestLog::Check(app->AddRef() == 2, "AddRef after creation returns 2");
+  TestLog::Check(app->Release() == 1, "Release returns 1");
+
+  IUnknown* unknown = nullptr;
+  IDispatch* dispatch = nullptr;
+  _ILanguage* language = nullptr;
+  ISupportErrorInfo* support = nullptr;
+  IConnectionPointContainer* container = nullptr;
+  IProvideClassInfo2* classInfo = nullptr;
+  TestLog::CheckHr(app->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&unknown)), S_OK,
+                   "QI Application IUnknown");
+  TestLog::CheckHr(app->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&dispatch)), S_OK,
+                   "QI Application IDispatch");
+  TestLog::CheckHr(app->QueryInterface(IID__ILanguage, reinterpret_cast<void**>(&language)), S_OK,
+                   "QI Application _ILanguage");
+  TestLog::CheckHr(app->QueryInterface(IID_ISupportErrorInfo, reinterpret_cast<void**>(&support)),
+                   S_OK, "QI Application ISupportErrorInfo");
+  TestLog::CheckHr(
+      app->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container)),
+      S_OK, "QI Application IConnectionPointContainer");
+  TestLog::CheckHr(
+      app->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(&classInfo)), S_OK,
+      "QI Application IProvideClassInfo2");
+  IUnknown* none = reinterpret_cast<IUnknown*>(1);
+  TestLog::CheckHr(app->QueryInterface(IID_IPersist, reinterpret_cast<void**>(&none)),
+                   E_NOINTERFACE, "QI Application IPersist");
+  TestLog::Check(none == nullptr, "failed QI sets the pointer to null");
+  TestLog::CheckHr(app->QueryInterface(IID__Category, reinterpret_cast<void**>(&none)),
+                   E_NOINTERFACE, "QI Application _Category");
+  TestLog::CheckHr(app->QueryInterface(IID__Application, nullptr), E_POINTER,
+                   "QI with a null out pointer");
+  TestLog::Check(RefCount(app) == 7, "six successful QIs count six references",
+                 "count " + std::to_string(RefCount(app)));
+
+  if (unknown && dispatch && language && support) {
+    TestLog::Check(IdentityOf(app) == unknown && IdentityOf(language) == unknown &&
+                       IdentityOf(support) == unknown && IdentityOf(dispatch) == unknown &&
+                       IdentityOf(container) == unknown && IdentityOf(classInfo) == unknown,
+                   "IUnknown is the same from every interface");
+    TestLog::Check(static_cast<IUnknown*>(dispatch) == static_cast<IUnknown*>(app),
+                   "IDispatch is the default interface _Application");
+    _Application* back = nullptr;
+    language->QueryInterface(IID__Application, reinterpret_cast<void**>(&back));
+    TestLog::Check(back == app, "QI from _ILanguage back to _Application gives the same pointer");
+    if (back != nullptr) back->Release();
+    _ILanguage* viaMethod = nullptr;
+    TestLog::CheckHr(app->ToILanguage(&viaMethod), S_OK, "ToILanguage succeeds");
+    TestLog::Check(viaMethod == language, "ToILanguage returns the _ILanguage interface");
+    if (viaMethod != nullptr) viaMethod->Release();
+
+    TestLog::CheckHr(support->InterfaceSupportsErrorInfo(IID__Application), S_OK,
+                     "ISupportErrorInfo _Application");
+    TestLog::CheckHr(support->InterfaceSupportsErrorInfo(IID__ILanguage), S_OK,
+                     "ISupportErrorInfo _ILanguage");
+    TestLog::CheckHr(support->InterfaceSupportsErrorInfo(IID__Category), S_FALSE,
+                     "ISupportErrorInfo of a foreign interface");
+  }
+  if (classInfo != nullptr) {
+    ITypeInfo* info = nullptr;
+    if (TestLog::CheckHr(classInfo->GetClassInfo(&info), S_OK, "GetClassInfo")) {
+      TYPEATTR* attr = nullptr;
+      info->GetTypeAttr(&attr);
+      TestLog::Check(
+          attr && attr->typekind == TKIND_COCLASS && IsEqualCLSID(attr->guid, CLSID_Application),
+          "GetClassInfo describes coclass Application");
+      if (attr != nullptr) info->ReleaseTypeAttr(attr);
+      TestLog::Check(t4test::MemberName(info, MEMBERID_NIL) == L"Application",
+                     "coclass name is Application");
+      info->Release();
+    }
+    GUID source = GUID_NULL;
+    TestLog::CheckHr(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source), S_OK,
+                     "GetGUID default source");
+    TestLog::Check(IsEqualIID(source, DIID___Application), "default source is __Application");
+  }
+
+  for (IUnknown* held :
+       std::vector<IUnknown*>{unknown, dispatch, language, support, container, classInfo}) {
+    if (held != nullptr) held->Release();
+  }
+  TestLog::Check(RefCount(app) == 1, "count back to 1 after releasing the QIs");
+  TestLog::Check(app->Release() == 0, "last Release returns 0");
+
+  // Two objects are two identities.
+  IUnknown* first = nullptr;
+  IUnknown* second = nullptr;
+  ::CoCreateInstance(CLSID_FolderData, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                     reinterpret_cast<void**>(&first));
+  ::CoCreateInstance(CLSID_FolderData, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                     reinterpret_cast<void**>(&second));
+  TestLog::Check(first && second && first != second, "two FolderData objects are distinct");
+  if (first != nullptr) {
+    _ILanguage* language2 = nullptr;
+    _FolderData* data = nullptr;
+    TestLog::CheckHr(first->QueryInterface(IID__ILanguage, reinterpret_cast<void**>(&language2)),
+                     S_OK, "QI FolderData _ILanguage");
+    TestLog::CheckHr(first->QueryInterface(IID__FolderData, reinterpret_cast<void**>(&data)), S_OK,
+                     "QI FolderData _FolderData");
+    TestLog::Check(language2 && data && IdentityOf(language2) == first && IdentityOf(data) == first,
+                   "FolderData IUnknown is the same from every interface");
+    if (language2 != nullptr) language2->Release();
+    if (data != nullptr) data->Release();
+    TestLog::Check(first->Release() == 0, "FolderData released to 0");
+  }
+  if (second != nullptr) second->Release();
+}
+
+void TestDispatch() {
+  _Application* app = nullptr;
+  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
+                                reinterpret_cast<void**>(&app)))) {
+    TestLog::Fail("dispatch", "Application not created");
+    return;
+  }
+  UINT count = 0;
+  TestLog::CheckHr(app->GetTypeInfoCount(&count), S_OK, "GetTypeInfoCount");
+  TestLog::Check(count == 1, "GetTypeInfoCount is 1");
+  ITypeInfo* info = nullptr;
+  if (TestLog::CheckHr(app->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), S_OK, "GetTypeInfo(0)")) {
+    TestLog::Check(t4test::MemberName(info, MEMBERID_NIL) == L"_Application",
+                   "GetTypeInfo describes _Application");
+    info->Release();
+  }
+  TestLog::CheckHr(app->GetTypeInfo(1, LOCALE_USER_DEFAULT, &info), DISP_E_BADINDEX,
+                   "GetTypeInfo(1)");
+
+  const struct {
+    const wchar_t* name;
+    DISPID id;
+  } names[] = {{L"ToILanguage", 1},
+               {L"BatchMode", 2},
+               {L"ReadMasterlist", 8},
+               {L"readmasterlist", 8},
+               {L"UndoIsPossible", 15}};
+  for (const auto& entry : names) {
+    DISPID id = 0;
+    LPOLESTR name = const_cast<LPOLESTR>(entry.name);
+    const HRESULT hr = app->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+    TestLog::Check(hr == S_OK && id == entry.id, "GetIDsOfNames " + TestLog::Utf8(entry.name),
+                   TestLog::Hex(hr) + " id " + std::to_string(id));
+  }
+  DISPID id = 0;
+  LPOLESTR unknownName = const_cast<LPOLESTR>(L"NoSuchMember");
+  TestLog::CheckHr(app->GetIDsOfNames(IID_NULL, &unknownName, 1, LOCALE_USER_DEFAULT, &id),
+                   DISP_E_UNKNOWNNAME, "GetIDsOfNames of an unknown name");
+  TestLog::Check(id == DISPID_UNKNOWN, "unknown name gets DISPID_UNKNOWN");
+  LPOLESTR languageName = const_cast<LPOLESTR>(L"LanguageID");
+  TestLog::CheckHr(app->GetIDsOfNames(IID_NULL, &languageName, 1, LOCALE_USER_DEFAULT, &id),
+                   DISP_E_UNKNOWNNAME, "_Application has no LanguageID (it is on _ILanguage)");
+  TestLog::CheckHr(app->GetIDsOfNames(IID__Application, &unknownName, 1, LOCALE_USER_DEFAULT, &id),
+                   DISP_E_UNKNOWNINTERFACE, "GetIDsOfNames with a non-null riid");
+
+  // ToILanguage through Invoke hands out the _ILanguage view.
+  DISPPARAMS none = {nullptr, nullptr, 0, 0};
+  VARIANT result;
+  ::VariantInit(&result);
+  HRESULT hr = app->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, &result,
+                           nullptr, nullptr);
+  _ILanguage* language = nullptr;
+  if (TestLog::Check(hr == S_OK && V_VT(&result) == VT_DISPATCH && V_DISPATCH(&result) != nullptr,
+                     "Invoke ToILanguage returns an object", TestLog::Hex(hr))) {
+    V_DISPATCH(&result)->QueryInterface(IID__ILanguage, reinterpret_cast<void**>(&language));
+  }
+  ::VariantClear(&result);
+  if (language != nullptr) {
+    // The _ILanguage view answers with its own names and dispatch ids.
+    LPOLESTR name = const_cast<LPOLESTR>(L"LanguageID");
+    DISPID languageId = 0;
+    TestLog::Check(
+        language->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &languageId) == S_OK &&
+            languageId == 1,
+        "_ILanguage GetIDsOfNames LanguageID");
+    auto get = [&]() -> LONG {
+      VARIANT value;
+      ::VariantInit(&value);
+      const HRESULT getHr = language->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                                             &none, &value, nullptr, nullptr);
+      const LONG n = (getHr == S_OK && V_VT(&value) == VT_I4) ? V_I4(&value) : -1;
+      ::VariantClear(&value);
+      return n;
+    };
+    auto put = [&](VARIANT value) -> HRESULT {
+      DISPID named = DISPID_PROPERTYPUT;
+      DISPPARAMS params = {&value, &named, 1, 1};
+      EXCEPINFO excep = {};
+      UINT argErr = 0;
+      const HRESULT putHr = language->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT,
+                                             &params, nullptr, &excep, &argErr);
+      ::SysFreeString(excep.bstrDescription);
+      ::SysFreeString(excep.bstrSource);
+      ::SysFreeString(excep.bstrHelpFile);
+      return putHr;
+    };
+    VARIANT value;
+    V_VT(&value) = VT_I4;
+    TestLog::Check(get() == 1031, "Invoke LanguageID get is 1031 at first");
+    V_I4(&value) = 1033;
+    TestLog::CheckHr(put(value), S_OK, "Invoke LanguageID put 1033");
+    TestLog::Check(get() == 1033, "Invoke LanguageID get after put 1033");
+    V_I4(&value) = 1036;
+    TestLog::CheckHr(put(value), S_OK, "Invoke LanguageID put 1036");
+    TestLog::Check(get() == 1031, "LanguageID 1036 stores 1031");
+    V_VT(&value) = VT_BSTR;
+    V_BSTR(&value) = ::SysAllocString(L"1033");
+    TestLog::CheckHr(put(value), S_OK, "Invoke LanguageID put \"1033\" (coerced)");
+    ::SysFreeString(V_BSTR(&value));
+    TestLog::Check(get() == 1033, "LanguageID from text 1033");
+    V_BSTR(&value) = ::SysAllocString(L"abc");
+    TestLog::CheckHr(put(value), DISP_E_TYPEMISMATCH, "Invoke LanguageID put \"abc\"");
+    ::SysFreeString(V_BSTR(&value));
+    TestLog::Check(get() == 1033, "a rejected value leaves LanguageID");
+    V_VT(&value) = VT_I4;
+    V_I4(&value) = 0;
+    TestLog::CheckHr(put(value), S_OK, "Invoke LanguageID put 0");
+    TestLog::Check(get() == 1031, "LanguageID 0 stores 1031");
+
+    IDispatch* languages = reinterpret_cast<IDispatch*>(1);
+    TestLog::CheckHr(language->get_SupportedLanguages(&languages), S_OK, "SupportedLanguages");
+    TestLog::Check(languages == nullptr, "SupportedLanguages is Nothing");
+    language->Release();
+  }
+
+  // A pending member through IDispatch: DISP_E_EXCEPTION with the error.
+  EXCEPINFO excep = {};
+  hr = app->Invoke(8, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, &excep,
+                   nullptr);
+  TestLog::CheckHr(hr, DISP_E_EXCEPTION, "Invoke ReadMasterlist raises");
+  TestLog::Check(excep.scode == E_NOTIMPL, "EXCEPINFO scode is E_NOTIMPL",
+                 TestLog::Hex(excep.scode));
+  TestLog::Check(
+      excep.bstrDescription != nullptr &&
+          std::wstring(excep.bstrDescription) == L"Not implemented yet: Application.ReadMasterlist",
+      "EXCEPINFO description", TestLog::Utf8(excep.bstrDescription));
+  TestLog::Check(excep.bstrSource != nullptr && std::wstring(excep.bstrSource) == L"Tandrel4",
+                 "EXCEPINFO source", TestLog::Utf8(excep.bstrSource));
+  ::SysFreeString(excep.bstrDescription);
+  ::SysFreeString(excep.bstrSource);
+  ::SysFreeString(excep.bstrHelpFile);
+
+  TestLog::CheckHr(app->Invoke(999, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr,
+                               nullptr, nullptr),
+                   DISP_E_MEMBERNOTFOUND, "Invoke of an unknown DISPID");
+  TestLog::CheckHr(app->Invoke(8, IID__Application, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none,
+                               nullptr, nullptr, nullptr),
+                   DISP_E_UNKNOWNINTERFACE, "Invoke with a non-null riid");
+  TestLog::Check(app->Release() == 0, "dispatch test object released to 0");
+}
+
+void TestPendingMembers() {
+  _Application* app = nullptr;
+  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
+                                reinterpret_cast<void**>(&app)))) {
+    TestLog::Fail("pending members", "Application not created");
+    return;
+  }
+  VARIANT_BOOL flag = VARIANT_TRUE;
+  _Categories* categories = nullptr;
+  _OutlookItems* items = nullptr;
+  VARIANT list;
+  ::VariantInit(&list);
+  CheckPending(app->get_BatchMode(&flag), "Application.BatchMode", IID__Application);
+  CheckPending(app->put_BatchMode(VARIANT_TRUE), "Application.BatchMode", IID__Application);
+  CheckPending(app->get_Categories(&categories), "Application.Categories", IID__Application);
+  TestLog::Check(categories == nullptr, "pending Application.Categories returns no object");
+  CheckPending(app->get_Changed(&flag), "Application.Changed", IID__Application);
+  CheckPending(app->Initialize(nullptr), "Application.Initialize", IID__Application);
+  CheckPending(app->get_OutlookItems(&items), "Application.OutlookItems", IID__Application);
+  CheckPending(app->ReadItems(&list), "Application.ReadItems", IID__Application);
+  CheckPending(app->ReadMasterlist(), "Application.ReadMasterlist", IID__Application);
+  CheckPending(app->Redo(), "Application.Redo", IID__Application);
+  CheckPending(app->get_RedoIsPossible(&flag), "Application.RedoIsPossible", IID__Application);
+  CheckPending(app->get_RulesSupported(&flag), "Application.RulesSupported", IID__Application);
+  CheckPending(app->SaveChanges(), "Application.SaveChanges", IID__Application);
+  CheckPending(app->Terminate(), "Application.Terminate", IID__Application);
+  CheckPending(app->Undo(), "Application.Undo", IID__Application);
+  CheckPending(app->get_UndoIsPossible(&flag), "Application.UndoIsPossible", IID__Application);
+  app->Release();
+}
+
+void TestFolderData() {
+  _FolderData* folder = nullptr;
+  if (FAILED(::CoCreateInstance(CLSID_FolderData, nullptr, CLSCTX_INPROC_SERVER, IID__FolderData,
+                                reinterpret_cast<void**>(&folder)))) {
+    TestLog::Fail("FolderData", "not created");
+    return;
+  }
+  BSTR text = nullptr;
+  LONG count = -1;
+  VARIANT_BOOL childs = VARIANT_TRUE;
+  folder->get_EntryID(&text);
+  TestLog::Check(TakeBstr(text).empty(), "fresh FolderData EntryID is empty");
+  folder->get_ItemsCount(&count);
+  TestLog::Check(count == 0, "fresh FolderData ItemsCount is 0");
+  folder->get_HasChilds(&childs);
+  TestLog::Check(childs == VARIANT_FALSE, "fresh FolderData HasChilds is False");
+
+  const std::wstring entry(2048, L'A');
+  const std::wstring name = L"Bitte w\u00e4hlen \u20ac \U0001F600";
+  BSTR entryBstr = ::SysAllocStringLen(entry.data(), static_cast<UINT>(entry.size()));
+  BSTR storeBstr = ::SysAllocString(L"0000000038A1BB1005E5101AA1BB08002B2A56C2");
+  BSTR nameBstr = ::SysAllocStringLen(name.data(), static_cast<UINT>(name.size()));
+  TestLog::CheckHr(folder->Init(entryBstr, storeBstr, nameBstr, 2147483647, VARIANT_TRUE), S_OK,
+                   "FolderData Init");
+  folder->get_EntryID(&text);
+  TestLog::Check(TakeBstr(text) == entry, "EntryID round trip (2048 characters)");
+  folder->get_StoreID(&text);
+  TestLog::Check(TakeBstr(text) == storeBstr, "StoreID round trip");
+  folder->get_Name(&text);
+  TestLog::Check(TakeBstr(text) == name, "Name round trip (umlaut, euro sign, surrogate pair)");
+  folder->get_ItemsCount(&count);
+  TestLog::Check(count == 2147483647, "ItemsCount round trip");
+  folder->get_HasChilds(&childs);
+  TestLog::Check(childs == VARIANT_TRUE, "HasChilds round trip");
+  TestLog::CheckHr(folder->Init(nullptr, nullptr, nullptr, -5, VARIANT_FALSE), S_OK,
+                   "FolderData Init with null strings");
+  folder->get_Name(&text);
+  TestLog::Check(TakeBstr(text).empty(), "null BSTR reads back as empty text");
+  folder->get_ItemsCount(&count);
+  TestLog::Check(count == -5, "Init replaces ItemsCount");
+  TestLog::CheckHr(folder->get_Name(nullptr), E_POINTER, "getter with a null out pointer");
+  ::SysFreeString(entryBstr);
+  ::SysFreeString(storeBstr);
+  ::SysFreeString(nameBstr);
+
+  _ILanguage* language = nullptr;
+  TestLog::CheckHr(folder->ToILanguage(&language), S_OK, "FolderData ToILanguage");
+  if (language != nullptr) {
+    LONG id = 0;
+    language->get_LanguageID(&id);
+    TestLog::Check(id == 1031, "FolderData LanguageID is 1031");
+    language->Release();
+  }
+  TestLog::Check(folder->Release() == 0, "FolderData released to 0");
+}
+
+// The type library as registered: interfaces, member order, dispatch ids,
+// parameters, enums, events and classes.
+void TestTypeLibrary() {
+  ITypeLib* lib = nullptr;
+  if (!TestLog::CheckHr(::LoadRegTypeLib(LIBID_Tandrel4, 1, 0, 0, &lib), S_OK,
+                        "LoadRegTypeLib Tandrel4 1.0")) {
+    return;
+  }
+  BSTR libName = nullptr;
+  lib->GetDocumentation(-1, &libName, nullptr, nullptr, nullptr);
+  TestLog::Check(TakeBstr(libName) == L"Tandrel4", "type library name is Tandrel4");
+
+  for (const t4test::InterfaceModel& model : t4test::kInterfaces) {
+    const std::string label = model.name;
+    ITypeInfo* dispatchView = nullptr;
+    if (!TestLog::CheckHr(lib->GetTypeInfoOfGuid(*model.iid, &dispatchView), S_OK,
+                          label + " is in the type library")) {
+      continue;
+    }
+    TYPEATTR* attr = nullptr;
+    dispatchView->GetTypeAttr(&attr);
+    TestLog::Check(attr->typekind == TKIND_DISPATCH && (attr->wTypeFlags & TYPEFLAG_FDUAL),
+                   label + " is a dual interface");
+    dispatchView->ReleaseTypeAttr(attr);
+    TestLog::Check(
+        t4test::MemberName(dispatchView, MEMBERID_NIL) == std::wstring(label.begin(), label.end()),
+        label + " has its name");
+    BSTR doc = nullptr;
+    dispatchView->GetDocumentation(MEMBERID_NIL, nullptr, &doc, nullptr, nullptr);
+    TestLog::Check(!TakeBstr(doc).empty(), label + " has a help string");
+    dispatchView->Release();
+
+    ITypeInfo* info = nullptr;
+    if (FAILED(t4test::VtableTypeInfo(lib, *model.iid, &info))) {
+      TestLog::Fail(label + " vtable view", "missing");
+      continue;
+    }
+    info->GetTypeAttr(&attr);
+    const size_t expected = model.members.size();
+    TestLog::Check(attr->typekind == TKIND_INTERFACE && attr->cFuncs == expected,
+                   label + " has " + std::to_string(expected) + " members",
+                   "has " + std::to_string(attr->cFuncs));
+    const UINT funcs = attr->cFuncs;
+    info->ReleaseTypeAttr(attr);
+    std::string order;
+    bool inOrder = funcs == expected;
+    bool helped = true;
+    size_t slot = 0;
+    for (const t4test::Member& member : model.members) {
+      if (slot >= funcs) break;
+      FUNCDESC* func = nullptr;
+      info->GetFuncDesc(static_cast<UINT>(slot), &func);
+      const std::wstring name = t4test::MemberName(info, func->memid);
+      if (name != member.name || func->invkind != member.kind) {
+        inOrder = false;
+        order += " slot " + std::to_string(slot) + " is " + TestLog::Utf8(name);
+      }
+      BSTR memberDoc = nullptr;
+      info->GetDocumentation(func->memid, nullptr, &memberDoc, nullptr, nullptr);
+      if (TakeBstr(memberDoc).empty()) helped = false;
+      info->ReleaseFuncDesc(func);
+      ++slot;
+    }
+    TestLog::Check(inOrder, label + " members in slot order", order);
+    TestLog::Check(helped, label + " members all have help strings");
+    info->Release();
+  }
+
+  // Dispatch ids and attributes of collection members and by-reference
+  // parameters.
+  struct MemberCheck {
+    const IID* iid;
+    const wchar_t* name;
+    INVOKEKIND kind;
+    MEMBERID memid;
+    bool hiddenRestricted;
+  };
+  const MemberCheck memberChecks[] = {
+      {&IID__Categories, L"Item", INVOKE_PROPERTYGET, DISPID_VALUE, false},
+      {&IID__Categories, L"NewEnum", INVOKE_PROPERTYGET, DISPID_NEWENUM, true},
+      {&IID__OutlookItems, L"Item", INVOKE_PROPERTYGET, DISPID_VALUE, false},
+      {&IID__OutlookItems, L"NewEnum", INVOKE_PROPERTYGET, DISPID_NEWENUM, true},
+      {&IID__Category, L"NewEnum", INVOKE_PROPERTYGET, DISPID_NEWENUM, true},
+  };
+  for (const MemberCheck& check : memberChecks) {
+    ITypeInfo* info = nullptr;
+    t4test::VtableTypeInfo(lib, *check.iid, &info);
+    if (info == nullptr) continue;
+    TYPEATTR* attr = nullptr;
+    info->GetTypeAttr(&attr);
+    bool found = false;
+    for (UINT i = 0; i < attr->cFuncs && !found; ++i) {
+      FUNCDESC* func = nullptr;
+      info->GetFuncDesc(i, &func);
+      if (t4test::MemberName(info, func->memid) == check.name && func->invkind == check.kind) {
+        found = true;
+        const bool flags = !check.hiddenRestricted || ((func->wFuncFlags & FUNCFLAG_FHIDDEN) &&
+                                                       (func->wFuncFlags & FUNCFLAG_FRESTRICTED));
+        TestLog::Check(func->memid == check.memid && flags,
+                       TestLog::Utf8(t4test::MemberName(info, MEMBERID_NIL)) + "." +
+                           TestLog::Utf8(check.name) + " has DISPID " + std::to_string(check.memid),
+                       "memid " + std::to_string(func->memid));
+      }
+      info->ReleaseFuncDesc(func);
+    }
+    if (!found) TestLog::Fail(TestLog::Utf8(check.name), "member not found");
+    info->ReleaseTypeAttr(attr);
+    info->Release();
+  }
+
+  struct ParamCheck {
+    const IID* iid;
+    const wchar_t* member;
+    SHORT index;
+    VARTYPE pointee;  // VT_EMPTY: not by reference
+    VARTYPE type;
+    USHORT flags;  // flags that must be set
+  };
+  const USHORT inOut = PARAMFLAG_FIN | PARAMFLAG_FOUT;
+  const ParamCheck paramChecks[] = {
+      {&IID__Categories, L"NameExist", 1, VT_VARIANT, VT_PTR,
+       static_cast<USHORT>(inOut | PARAMFLAG_FOPT)},
+      {&IID__Categories, L"CountDetails", 0, VT_VARIANT, VT_PTR, inOut},
+      {&IID__Categories, L"CountDetails", 1, VT_VARIANT, VT_PTR, inOut},
+      {&IID__Application, L"ReadItems", 0, VT_VARIANT, VT_PTR, inOut},
+      {&IID__Categories, L"Item", 1, VT_EMPTY, VT_VARIANT, PARAMFLAG_FOPT},
+      {&IID__Categories, L"Count", 0, VT_EMPTY, VT_VARIANT, PARAMFLAG_FOPT},
+      {&IID__Categories, L"Add", 2, VT_EMPTY, VT_VARIANT, PARAMFLAG_FOPT},
+      {&IID__Categories, L"Add", 4, VT_EMPTY, VT_VARIANT, PARAMFLAG_FOPT},
+      {&IID__Category, L"Member", 1, VT_EMPTY, VT_VARIANT, PARAMFLAG_FOPT},
+      {&IID__IChild, L"Init", 1, VT_EMPTY, VT_VARIANT, PARAMFLAG_FOPT},
+  };
+  for (const ParamCheck& check : paramChecks) {
+    ITypeInfo* info = nullptr;
+    t4test::VtableTypeInfo(lib, *check.iid, &info);
+    if (info == nullptr) continue;
+    const std::string label =
+        "parameter " + std::to_string(check.index) + " of " + TestLog::Utf8(check.member);
+    LPOLESTR name = const_cast<LPOLESTR>(check.member);
+    MEMBERID memid = 0;
+    info->GetIDsOfNames(&name, 1, &memid);
+    TYPEATTR* attr = nullptr;
+    info->GetTypeAttr(&attr);
+    bool ok = false;
+    for (UINT i = 0; i < attr->cFuncs; ++i) {
+      FUNCDESC* func = nullptr;
+      info->GetFuncDesc(i, &func);
+      if (func->memid == memid && func->invkind != INVOKE_PROPERTYPUT &&
+          check.index < func->cParams) {
+        const ELEMDESC& param = func->lprgelemdescParam[check.index];
+        ok = param.tdesc.vt == check.type &&
+             (check.pointee == VT_EMPTY || param.tdesc.lptdesc->vt == check.pointee) &&
+             (param.paramdesc.wParamFlags & check.flags) == check.flags;
+      }
+      info->ReleaseFuncDesc(func);
+    }
+    TestLog::Check(ok,
+                   label + (check.pointee != VT_EMPTY ? " is VARIANT* in/out" : " is optional"));
+    info->ReleaseTypeAttr(attr);
+    info->Release();
+  }
+
+  // Enums.
+  struct EnumValue {
+    const wchar_t* name;
+    LONG value;
+  };
+  const struct {
+    const wchar_t* name;
+    std::vector<EnumValue> values;
+  } enums[] = {
+      {L"cmErrorEnum",
+       {{L"cmNameExist", static_cast<LONG>(0xD080222A)},
+        {L"cmInvalidOutlook", static_cast<LONG>(0xD0802234)},
+        {L"cmItemNotFound", static_cast<LONG>(0xD080223E)},
+        {L"cmFileTypeNotSupported", static_cast<LONG>(0xD0802248)},
+        {L"cmCreateFile", static_cast<LONG>(0xD0802252)}}},
+      {L"cmFilterMember", {{L"cmfmAll", 0}, {L"cmfmMemberOnly", 1}, {L"cmfmNoMember", 2}}},
+      {L"cmFilterMasterlist",
+       {{L"cmmlAll", 0}, {L"cmmlMasterlistOnly", 1}, {L"cmmlNoMasterlist", 2}}},
+  };
+  for (const auto& expected : enums) {
+    const std::string label = TestLog::Utf8(expected.name);
+    ITypeInfo* info = nullptr;
+    MEMBERID ids[1] = {};
+    USHORT found = 1;
+    LPOLESTR name = const_cast<LPOLESTR>(expected.name);
+    if (FAILED(lib->FindName(name, 0, &info, ids, &found)) || found == 0) {
+      TestLog::Fail(label, "enum not found");
+      continue;
+    }
+    TYPEATTR* attr = nullptr;
+    info->GetTypeAttr(&attr);
+    bool ok = attr->typekind == TKIND_ENUM && attr->cVars == expected.values.size();
+    for (UINT i = 0; ok && i < attr->cVars; ++i) {
+      VARDESC* var = nullptr;
+      info->GetVarDesc(i, &var);
+      VARIANT value;
+      ::VariantInit(&value);
+      ::VariantChangeType(&value, var->lpvarValue, 0, VT_I4);
+      ok = t4test::MemberName(info, var->memid) == expected.values[i].name &&
+           V_I4(&value) == expected.values[i].value;
+      info->ReleaseVarDesc(var);
+    }
+    info->ReleaseTypeAttr(attr);
+    info->Release();
+    TestLog::Check(ok, "enum " + label + " names and values");
+  }
+
+  // Event interfaces.
+  const struct {
+    const IID* iid;
+    std::vector<const wchar_t*> methods;
+  } sources[] = {
+      {&DIID___Application, {L"Progress"}},
+      {&DIID___Categories,
+       {L"ItemAdd", L"ItemChange", L"ItemRemove", L"MemberAdd", L"MemberRemove"}},
+  };
+  for (const auto& source : sources) {
+    ITypeInfo* info = nullptr;
+    if (FAILED(lib->GetTypeInfoOfGuid(*source.iid, &info))) {
+      TestLog::Fail("event interface", "missing");
+      continue;
+    }
+    const std::string label = TestLog::Utf8(t4test::MemberName(info, MEMBERID_NIL));
+    TYPEATTR* attr = nullptr;
+    info->GetTypeAttr(&attr);
+    bool ok = attr->typekind == TKIND_DISPATCH && !(attr->wTypeFlags & TYPEFLAG_FDUAL) &&
+              attr->cFuncs == source.methods.size();
+    for (UINT i = 0; ok && i < attr->cFuncs; ++i) {
+      FUNCDESC* func = nullptr;
+      info->GetFuncDesc(i, &func);
+      ok = t4test::MemberName(info, func->memid) == source.methods[i] &&
+           func->memid == static_cast<MEMBERID>(i + 1);
+      if (ok && std::wstring(source.methods[i]) == L"Progress") {
+        ok = func->cParams == 3 && func->lprgelemdescParam[2].tdesc.vt == VT_PTR &&
+             func->lprgelemdescParam[2].tdesc.lptdesc->vt == VT_VARIANT;
+      }
+      info->ReleaseFuncDesc(func);
+    }
+    info->ReleaseTypeAttr(attr);
+    info->Release();
+    TestLog::Check(ok, "events " + label + " in order");
+  }
+
+  // Classes: two creatable, four reached only through the object model.
+  const struct {
+    const CLSID* clsid;
+    const wchar_t* name;
+    bool creatable;
+    const IID* defaultItf;
+    const IID* source;
+  } classes[] = {
+      {&CLSID_Application, L"Application", true, &IID__Application, &DIID___Application},
+      {&CLSID_FolderData, L"FolderData", true, &IID__FolderData, nullptr},
+      {&CLSID_Categories, L"Categories", false, &IID__Categories, &DIID___Categories},
+      {&CLSID_Category, L"Category", false, &IID__Category, nullptr},
+      {&CLSID_OutlookItems, L"OutlookItems", false, &IID__OutlookItems, nullptr},
+      {&CLSID_OutlookItem, L"OutlookItem", false, &IID__OutlookItem, nullptr},
+  };
+  for (const auto& cls : classes) {
+    const std::string label = "coclass " + TestLog::Utf8(cls.name);
+    ITypeInfo* info = nullptr;
+    if (FAILED(lib->GetTypeInfoOfGuid(*cls.clsid, &info))) {
+      TestLog::Fail(label, "missing");
+      continue;
+    }
+    TYPEATTR* attr = nullptr;
+    info->GetTypeAttr(&attr);
+    bool ok = attr->typekind == TKIND_COCLASS &&
+              ((attr->wTypeFlags & TYPEFLAG_FCANCREATE) != 0) == cls.creatable &&
+              t4test::MemberName(info, MEMBERID_NIL) == cls.name;
+    bool defaultFound = false;
+    bool sourceFound = cls.source == nullptr;
+    for (UINT i = 0; i < attr->cImplTypes; ++i) {
+      INT flags = 0;
+      HREFTYPE ref = 0;
+      ITypeInfo* impl = nullptr;
+      info->GetImplTypeFlags(i, &flags);
+      info->GetRefTypeOfImplType(i, &ref);
+      info->GetRefTypeInfo(ref, &impl);
+      TYPEATTR* implAttr = nullptr;
+      impl->GetTypeAttr(&implAttr);
+      if ((flags & IMPLTYPEFLAG_FDEFAULT) && !(flags & IMPLTYPEFLAG_FSOURCE) &&
+          IsEqualIID(implAttr->guid, *cls.defaultItf)) {
+        defaultFound = true;
+      }
+      if (cls.source && (flags & IMPLTYPEFLAG_FDEFAULT) && (flags & IMPLTYPEFLAG_FSOURCE) &&
+          IsEqualIID(implAttr->guid, *cls.source)) {
+        sourceFound = true;
+      }
+      impl->ReleaseTypeAttr(implAttr);
+      impl->Release();
+    }
+    info->ReleaseTypeAttr(attr);
+    info->Release();
+    TestLog::Check(ok && defaultFound && sourceFound,
+                   label + (cls.creatable ? " creatable" : " noncreatable") +
+                       " with its default and source interfaces");
+  }
+  lib->Release();
+}
+
+// A minimal event sink: counts references so the test can see the
+// connection point let go of it.
+class Sink final : public IDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch) ||
+        IsEqualIID(riid, DIID___Application)) {
+      AddRef();
+      *object = this;
+      return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
+  ULONG STDMETHODCALLTYPE Release() override { return --refs; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    *count = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                   UINT*) override {
+    return S_OK;
+  }
+  ULONG refs = 1;  // on the stack: the test holds one reference
+};
+
+void TestConnectionPoints() {
+  IConnectionPointContainer* container = nullptr;
+  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER,
+                                IID_IConnectionPointContainer,
+                                reinterpret_cast<void**>(&container)))) {
+    TestLog::Fail("connection points", "Application not created");
+    return;
+  }
+  IConnectionPoint* point = nullptr;
+  TestLog::CheckHr(container->FindConnectionPoint(IID_IDispatch, &point), CONNECT_E_NOCONNECTION,
+                   "FindConnectionPoint of a foreign interface");
+  if (!TestLog::CheckHr(container->FindConnectionPoint(DIID___Application, &point), S_OK,
+                        "FindConnectionPoint __Application")) {
+    container->Release();
+    return;
+  }
+  IID iid = GUID_NULL;
+  point->GetConnectionInterface(&iid);
+  TestLog::Check(IsEqualIID(iid, DIID___Application), "GetConnectionInterface is __Application");
+  IConnectionPointContainer* back = nullptr;
+  point->GetConnectionPointContainer(&back);
+  TestLog::Check(back == container, "GetConnectionPointContainer is the object");
+  if (back != nullptr) back->Release();
+
+  Sink sink;
+  DWORD first = 0;
+  DWORD second = 0;
+  TestLog::CheckHr(point->Advise(&sink, &first), S_OK, "Advise a sink");
+  TestLog::CheckHr(point->Advise(&sink, &second), S_OK, "Advise a second time");
+  TestLog::Check(first != 0 && second != 0 && first != second, "cookies are distinct and not 0");
+  TestLog::Check(sink.refs == 3, "the connection point holds the sink",
+                 "count " + std::to_string(sink.refs));
+  TestLog::CheckHr(point->Unadvise(first), S_OK, "Unadvise the first cookie");
+  TestLog::CheckHr(point->Unadvise(first), CONNECT_E_NOCONNECTION, "Unadvise it again");
+  TestLog::CheckHr(point->Unadvise(12345), CONNECT_E_NOCONNECTION, "Unadvise an unknown cookie");
+  TestLog::CheckHr(point->Unadvise(second), S_OK, "Unadvise the second cookie");
+  TestLog::Check(sink.refs == 1, "Unadvise releases the sink");
+  DWORD cookie = 1;
+  TestLog::CheckHr(point->Advise(nullptr, &cookie), E_POINTER, "Advise of no sink");
+
+  IEnumConnectionPoints* points = nullptr;
+  if (TestLog::CheckHr(container->EnumConnectionPoints(&points), S_OK, "EnumConnectionPoints")) {
+    IConnectionPoint* listed[2] = {};
+    ULONG fetched = 0;
+    points->Next(2, listed, &fetched);
+    TestLog::Check(fetched == 1 && listed[0] == point, "one connection point is listed");
+    for (ULONG i = 0; i < fetched; ++i) listed[i]->Release();
+    points->Release();
+  }
+  // The connection point keeps the object alive.
+  TestLog::Check(container->Release() == 1, "the connection point holds the object");
+  TestLog::Check(point->Release() == 0, "releasing the connection point ends the object");
+}
+
+using CanUnloadFunction = HRESULT(STDAPICALLTYPE*)();
+using GetClassObjectFunction = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+
+void TestModule() {
+  HMODULE module = ::LoadLibraryW(L"Tandrel4.dll");
+  if (!TestLog::Check(module != nullptr, "LoadLibrary Tandrel4.dll")) return;
+  auto canUnload = reinterpret_cast<CanUnloadFunction>(
+      reinterpret_cast<void*>(::GetProcAddress(module, "DllCanUnloadNow")));
+  auto getClassObject = reinterpret_cast<GetClassObjectFunction>(
+      reinterpret_cast<void*>(::GetProcAddress(module, "DllGetClassObject")));
+  TestLog::Check(canUnload && getClassObject && ::GetProcAddress(module, "DllRegisterServer") &&
+                     ::GetProcAddress(module, "DllUnregisterServer") &&
+                     ::GetProcAddress(module, "DllInstall"),
+                 "the registration and class object entry points are exported");
+  TestLog::Check(::GetProcAddress(module, "DllMain") == nullptr, "DllMain is not exported");
+  if (canUnload == nullptr || getClassObject == nullptr) return;
+
+  TestLog::CheckHr(canUnload(), S_OK, "DllCanUnloadNow with nothing alive");
+  IUnknown* object = nullptr;
+  ::CoCreateInstance(CLSID_FolderData, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown,
+                     reinterpret_cast<void**>(&object));
+  TestLog::CheckHr(canUnload(), S_FALSE, "DllCanUnloadNow while an object lives");
+  if (object != nullptr) object->Release();
+  TestLog::CheckHr(canUnload(), S_OK, "DllCanUnloadNow after the object is released");
+
+  IClassFactory* factory = nullptr;
+  if (TestLog::CheckHr(
+          getClassObject(CLSID_Application, IID_IClassFactory, reinterpret_cast<void**>(&factory)),
+          S_OK, "DllGetClassObject Application")) {
+    TestLog::CheckHr(canUnload(), S_FALSE, "DllCanUnloadNow while a class object lives");
+    IUnknown* created = reinterpret_cast<IUnknown*>(1);
+    TestLog::CheckHr(factory->CreateInstance(reinterpret_cast<IUnknown*>(factory), IID_IUnknown,
+                                             reinterpret_cast<void**>(&created)),
+                     CLASS_E_NOAGGREGATION, "CreateInstance with an outer object");
+    TestLog::Check(created == nullptr, "refused aggregation leaves the pointer null");
+    TestLog::CheckHr(factory->LockServer(TRUE), S_OK, "LockServer(TRUE)");
+    factory->Release();
+    TestLog::CheckHr(canUnload(), S_FALSE, "DllCanUnloadNow while the server is locked");
+    getClassObject(CLSID_Application, IID_IClassFactory, reinterpret_cast<void**>(&factory));
+    TestLog::CheckHr(factory->LockServer(FALSE), S_OK, "LockServer(FALSE)");
+    _Application* app = nullptr;
+    TestLog::CheckHr(
+        factory->CreateInstance(nullptr, IID__Application, reinterpret_cast<void**>(&app)), S_OK,
+        "CreateInstance through the class object");
+    TestLog::Check(factory->Release() == 0, "class object released to 0");
+    TestLog::CheckHr(canUnload(), S_FALSE, "DllCanUnloadNow while the created object lives");
+    if (app != nullptr) app->Release();
+    TestLog::CheckHr(canUnload(), S_OK, "DllCanUnloadNow after unlock and release");
+  }
+  const GUID unknown = {0x12345678, 0x1234, 0x1234, {1, 2, 3, 4, 5, 6, 7, 8}};
+  TestLog::CheckHr(getClassObject(unknown, IID_IClassFactory, reinterpret_cast<void**>(&factory)),
+                   CLASS_E_CLASSNOTAVAILABLE, "DllGetClassObject of an unknown CLSID");
+  TestLog::CheckHr(
+      getClassObject(CLSID_Category, IID_IClassFactory, reinterpret_cast<void**>(&factory)),
+      CLASS_E_CLASSNOTAVAILABLE, "DllGetClassObject of the noncreatable Category");
+  TestLog::CheckHr(
+      getClassObject(CLSID_FolderData, IID_IDispatch, reinterpret_cast<void**>(&factory)),
+      E_NOINTERFACE, "DllGetClassObject for an interface a class object lacks");
+
+  // The message table (German texts, ids 10..50; the English block is not
+  // part of the library).
+  const struct {
+    UINT id;
+    const wchar_t* text;
+  } messages[] = {
+      {10, L"Der Name existiert bereits.||Bitte w\u00e4hlen Sie einen anderen Namen."},
+      {20, L"Fehler beim Zugriff auf Outlook.||Bitte starten Sie die Anwendung erneut."},
+      {30, L"Das Outlook-Element wurde nicht gefunden."},
+      {40, L"Das Dateiformat wird nicht unterst\u00fctzt."},
+      {50, L"Fehler beim Erstellen der Datei:|#0"},
+  };
+  for (const auto& message : messages) {
+    wchar_t buffer[256] = {};
+    const int n = ::LoadStringW(module, message.id, buffer, 256);
+    TestLog::Check(n > 0 && std::wstring(buffer) == message.text,
+                   "message " + std::to_string(message.id),
+                   "got \"" + TestLog::Utf8(buffer) + "\"");
+  }
+  wchar_t buffer[64] = {};
+  TestLog::Check(::LoadStringW(module, 10010, buffer, 64) == 0, "message 10010 is absent");
+
+  // Version resource.
+  wchar_t path[MAX_PATH] = {};
+  ::GetModuleFileNameW(module, path, MAX_PATH);
+  DWORD handle = 0;
+  const DWORD size = ::GetFileVersionInfoSizeW(path, &handle);
+  std::vector<BYTE> data(size);
+  if (TestLog::Check(size > 0 && ::GetFileVersionInfoW(path, 0, size, data.data()),
+                     "version resource present")) {
+    const struct {
+      const wchar_t* key;
+      const wchar_t* value;
+    } fields[] = {{L"FileDescription", L"Tandrel4 category automation library"},
+                  {L"ProductName", L"Tandrel4"},
+                  {L"CompanyName", L"Quorvane"},
+                  {L"FileVersion", L"0.1.0"},
+                  {L"OriginalFilename", L"Tandrel4.dll"}};
+    for (const auto& field : fields) {
+      const std::wstring query = std::wstring(L"\\StringFileInfo\\040904B0\\") + field.key;
+      wchar_t* value = nullptr;
+      UINT length = 0;
+      const bool found =
+          ::VerQueryValueW(data.data(), query.c_str(), reinterpret_cast<void**>(&value), &length) &&
+          value != nullptr;
+      TestLog::Check(found && std::wstring(value) == field.value,
+                     "version " + TestLog::Utf8(field.key),
+                     found ? TestLog::Utf8(value) : "missing");
+    }
+    VS_FIXEDFILEINFO* fixed = nullptr;
+    UINT length = 0;
+    TestLog::Check(
+        ::VerQueryValueW(data.data(), L"\\", reinterpret_cast<void**>(&fixed), &length) &&
+            fixed->dwFileVersionMS == 0x00000001 && fixed->dwFileVersionLS == 0,
+        "fixed file version 0.1.0.0");
+  }
+  ::FreeLibrary(module);
+}
+
+}  // namespace
+
+int wmain() {
+  if (!TestLog::CheckHr(::CoInitialize(nullptr), S_OK, "CoInitialize")) return TestLog::Summary();
+  TestCreation();
+  TestIdentityAndRefCounts();
+  TestDispatch();
+  TestPendingMembers();
+  TestFolderData();
+  TestTypeLibrary();
+  TestConnectionPoints();
+  TestModule();
+  ::CoUninitialize();
+  return TestLog::Summary();
+}
