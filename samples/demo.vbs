@@ -22,7 +22,7 @@ WScript.Echo "French is not offered; language now: " & lang.LanguageID
 Set fso = CreateObject("Scripting.FileSystemObject")
 Set file = fso.OpenTextFile(sample, 1)
 Set folders = CreateObject("Scripting.Dictionary")
-file.SkipLine
+line = file.ReadLine  ' the header line
 Do While Not file.AtEndOfStream
   line = file.ReadLine
   If Len(line) > 0 Then

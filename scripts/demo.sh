@@ -23,7 +23,14 @@ sed -i 's/\r*$/\r/' demo.vbs folders.csv
 echo "== regsvr32 Tandrel4.dll"
 wine regsvr32 /s Tandrel4.dll
 echo "== cscript demo.vbs folders.csv"
-wine cscript //nologo demo.vbs folders.csv | tr -d '\r'
+out=$(wine cscript //nologo demo.vbs folders.csv | tr -d '\r')
+echo "$out"
 echo "== regsvr32 /u Tandrel4.dll"
 wine regsvr32 /u /s Tandrel4.dll
 wineserver -k 2>/dev/null || true
+# Wine's cscript ends silently on a script error: the sample's last line
+# tells whether it ran through.
+if [ "$(echo "$out" | tail -1)" != "Done." ]; then
+  echo "demo: the sample script stopped early (a script error)" >&2
+  exit 1
+fi

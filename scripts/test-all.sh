@@ -36,7 +36,7 @@ if build native; then
   out=$(ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
         ctest --preset native -j "$jobs" 2>&1)
   rc=$?
-  echo "$out" | grep -E "tests passed|tests failed|\*\*\*Failed|Failed|Timeout|Error" | head -40
+  echo "$out" | grep -E "tests passed|\*\*\*Failed|\(Failed\)|\*\*\*Timeout|\*\*\*Exception|SEGFAULT|Subprocess aborted" | head -40
   total=$(echo "$out" | sed -n 's/.*tests passed, \([0-9]*\) tests failed out of \([0-9]*\).*/\2/p')
   nfail=$(echo "$out" | sed -n 's/.*tests passed, \([0-9]*\) tests failed out of \([0-9]*\).*/\1/p')
   if [ -z "$total" ] || [ "$total" -eq 0 ]; then
