@@ -146,7 +146,8 @@ const Plan& ThePlan() {
         p.ids.push_back(kFirstExtraId +
                         static_cast<int32_t>(u * u * (kCategories - kFirstExtraId + 1)));
       }
-      p.folder[i] = static_cast<uint8_t>(r.Below(static_cast<uint32_t>(Folders().size())));
+      // The reader goes folder by folder: runs of items share store and folder.
+      p.folder[i] = static_cast<uint8_t>(static_cast<int64_t>(i) * Folders().size() / kItems);
       const uint32_t c = r.Below(100);
       p.itemClass[i] = static_cast<uint8_t>(c < 80 ? 0 : c < 88 ? 1 : c < 94 ? 2 : c < 98 ? 3 : 4);
       if (i % kMoveEvery == kMoveOffset) p.moved.push_back(i);
