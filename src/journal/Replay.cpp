@@ -23,12 +23,11 @@ class ReplayFlag {
 };
 
 std::shared_ptr<OutlookItem> ItemOf(Application& app, const Action& a) {
-  return RunTimeError::Require(
-      RunTimeError::Require(app.OutlookItems())->Item(ItemIndex::Key(a.ItemID)));
+  return RunTimeError::Require(RunTimeError::Require(app.OutlookItems())->ItemById(a.ItemID));
 }
 
 std::shared_ptr<Category> CategoryById(Application& app, int32_t id) {
-  return RunTimeError::Require(app.Categories())->Item(ItemIndex::Key(id), true);
+  return RunTimeError::Require(app.Categories())->ItemById(id, true);
 }
 
 // Swaps the property's current value with the one the action holds.
@@ -67,7 +66,7 @@ void AddMembership(Application& app, const Action& a) {
 }
 
 void RemoveMembership(Application& app, const Action& a) {
-  ItemOf(app, a)->CategoriesRemove(ItemIndex::Key(a.CategoryID));
+  ItemOf(app, a)->RemoveCategoryId(a.CategoryID);
 }
 
 void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo) {

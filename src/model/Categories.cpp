@@ -1,5 +1,6 @@
 #include "model/Categories.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 #include "journal/Actions.h"
@@ -178,9 +179,11 @@ void Categories::Append(const std::shared_ptr<Category>& category) {
     if (filtered_) filtered_->Add(category->ID(), category);
     category->SetChanged(true);
     if (Replaying()) {
-      for (const auto& item : category->MemberCollection(true).Snapshot()) {
+      const bool announce = fireMemberEvents_ && !sinks_.empty();
+      const auto members = category->MemberCollection(true).Snapshot();
+      for (const auto& item : members) {
         item->SetChanged(true);
-        RaiseMemberAdd(category, item);
+        if (announce) RaiseMemberAdd(category, item);
       }
     }
   });
@@ -232,13 +235,18 @@ int32_t Categories::CountFilteredMember() const {
       auto app = RunTimeError::Require(Parent());
       return RunTimeError::Require(app->OutlookItems())->Count();
     }
-    std::unordered_set<int32_t> seen;
+    std::vector<uint8_t> seen;
+    int32_t count = 0;
     const Collection& shown = filtered_ ? *filtered_ : categories_;
     shown.ForEach([&](int32_t, const std::shared_ptr<Category>& c) {
-      c->MemberCollection(false).ForEach(
-          [&](int32_t key, const std::shared_ptr<OutlookItem>&) { seen.insert(key); });
+      c->MemberCollection(false).ForEach([&](int32_t key, const std::shared_ptr<OutlookItem>&) {
+        const size_t at = static_cast<uint32_t>(key);
+        if (at >= seen.size()) seen.resize(std::max(at + 1, seen.size() * 2), 0);
+        count += seen[at] == 0;
+        seen[at] = 1;
+      });
     });
-    return static_cast<int32_t>(seen.size());
+    return count;
   } catch (...) {
     return 0;
   }

@@ -54,6 +54,10 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   // consulted); an unknown index does nothing.
   void Delete(const ItemIndex& index);
   std::shared_ptr<Category> Item(const ItemIndex& index, bool ignoreFilter = false) const;
+  // Item by the category's ID, without going through its text.
+  std::shared_ptr<Category> ItemById(int32_t id, bool ignoreFilter = false) const {
+    return (!ignoreFilter && filtered_) ? filtered_->ByKey(id) : categories_.ByKey(id);
+  }
   int32_t FilterCategories() const { return filterCategories_; }
   int32_t FilterMasterlist() const { return filterMasterlist_; }
   int32_t FilterMember() const { return filterMember_; }

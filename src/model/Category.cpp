@@ -148,12 +148,11 @@ std::shared_ptr<Category> Category::Copy() const {
 
 void Category::Delete() {
   Frame(u"Category", u"Delete", [&] {
-    const std::u16string key = Utf::Decimal(id_);
     const bool replaying = Replaying();
     auto self = shared_from_this();
     for (const auto& item : members_->Snapshot()) {
       item->SetSuppressJournal(true);
-      item->CategoriesRemove(ItemIndex::Key(key));
+      item->RemoveCategoryId(id_);
       item->SetSuppressJournal(false);
       item->SetChanged(true);
       // Outside a replay the host learns of the deletion through ItemRemove.
@@ -165,8 +164,13 @@ void Category::Delete() {
 void Category::ReAssignToMembers() {
   Frame(u"Category", u"ReAssignToMembers", [&] {
     auto self = shared_from_this();
-    for (const auto& item : members_->Snapshot()) item->CategoriesAdd(self);
+    for (const auto& item : members_->Snapshot()) item->Reattach(self);
   });
+}
+
+void Category::MarkMemberChanged() {
+  auto parent = Parent();
+  if (!(parent && parent->IsReading())) SetChanged(true);
 }
 
 void Category::AddMember(const std::shared_ptr<OutlookItem>& item) {
@@ -212,10 +216,11 @@ void Category::ApplyFilter(int32_t minCategories, int32_t itemType) {
     return;
   }
   auto filtered = std::make_shared<Members>();
+  filtered->Reserve(members_->Count());
   members_->ForEach([&](int32_t key, const std::shared_ptr<OutlookItem>& item) {
     if (minCategories >= 1 && item->CategoriesCount() < minCategories) return;
     if (itemType >= 0 && item->ItemType() != itemType) return;
-    filtered->Add(key, item);
+    filtered->AppendNew(key, item);
   });
   membersFiltered_ = std::move(filtered);
 }

@@ -81,6 +81,9 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   // Re-attaches the category to every member's item (undone deletion).
   void ReAssignToMembers();
   void AddMember(const std::shared_ptr<OutlookItem>& item);
+  // What a failed AddMember of an existing member still does: marks the
+  // category changed unless the collection is being read.
+  void MarkMemberChanged();
   void RemoveMember(const std::shared_ptr<OutlookItem>& item);
   // New empty member collections (the filtered one empty, not absent).
   void ClearMembers();

@@ -29,11 +29,16 @@ class KeyedCollection {
   // already present or the value is null.
   bool Add(int32_t key, Ptr value) {
     if (!value || Find(key) != kNone) return false;
-    if ((slots_.size() + 1) * 2 > table_.size()) Rehash((slots_.size() + 1) * 4);
+    AppendNew(key, std::move(value));
+    return true;
+  }
+
+  // Appends `value` under a key the caller knows is not present.
+  void AppendNew(int32_t key, Ptr value) {
+    if ((slots_.size() + 1) * 2 > table_.size()) Grow();
     slots_.push_back(Slot{key, std::move(value)});
     Insert(key, static_cast<uint32_t>(slots_.size() - 1));
     ++live_;
-    return true;
   }
 
   // Removes the entry under `key`; false when there is none.
@@ -95,6 +100,9 @@ class KeyedCollection {
     holes_ = 0;
   }
 
+  // Cells of the hash table (diagnostics and tests).
+  size_t TableSize() const { return table_.size(); }
+
   // Makes room for `n` entries in all.
   void Reserve(size_t n) {
     slots_.reserve(n);
@@ -146,6 +154,17 @@ class KeyedCollection {
     }
   }
 
+  // Makes room for one more slot: closes the holes when they are many
+  // (removals followed by additions must not grow the table for ever),
+  // else doubles the table.
+  void Grow() {
+    if (holes_ * 4 > slots_.size()) {
+      Compact();
+    } else {
+      Rehash((slots_.size() + 1) * 4);
+    }
+  }
+
   // Closes the holes, keeping the order, and rebuilds the table.
   void Compact() {
     size_t out = 0;
@@ -157,7 +176,7 @@ class KeyedCollection {
     }
     slots_.resize(out);
     holes_ = 0;
-    Rehash(out * 2 + 2);
+    Rehash(out * 4 + 4);
   }
 
   std::vector<Slot> slots_;

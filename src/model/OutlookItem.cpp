@@ -40,19 +40,23 @@ std::shared_ptr<Categories> OutlookItem::Cats() const {
   return RunTimeError::Require(App()->Categories());
 }
 
-void OutlookItem::Initialize(int32_t id, std::u16string entryId, SharedText storeId,
-                             SharedText folder, std::u16string subject, SharedText messageClass,
-                             double dateTime) {
+void OutlookItem::Initialize(int32_t id, std::u16string entryId, SharedOrigin origin,
+                             std::u16string subject, double dateTime) {
   suppressJournal_ = true;
   id_ = id;
   entryId_ = std::move(entryId);
-  storeId_ = std::move(storeId);
-  folder_ = std::move(folder);
   subject_ = std::move(subject);
-  const std::u16string lower = TextCase::Lower(*messageClass);
-  messageClass_ = lower == *messageClass ? std::move(messageClass)
-                                         : std::make_shared<const std::u16string>(lower);
   dateTime_ = dateTime;
+  // The collection hands in interned lower-case classes; only others need
+  // their own copy.
+  bool lower = true;
+  for (char16_t c : *origin->messageClass) lower = lower && TextCase::Lower(c) == c;
+  if (!lower) {
+    Origin own = *origin;
+    own.messageClass = std::make_shared<const std::u16string>(TextCase::Lower(*own.messageClass));
+    origin = std::make_shared<const Origin>(std::move(own));
+  }
+  origin_ = std::move(origin);
   suppressJournal_ = false;
 }
 
@@ -83,7 +87,7 @@ void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category) {
   if (!category) return;
   const int32_t id = category->ID();
   const bool wasEmpty = categories_.empty();
-  if (std::find(categories_.begin(), categories_.end(), id) != categories_.end()) return;
+  if (categories_.Contains(id)) return;
   categories_.push_back(id);
   auto self = shared_from_this();
   SetChanged(true);
@@ -102,26 +106,47 @@ void OutlookItem::CategoriesRemove(const ItemIndex& index) {
   size_t at = categories_.size();
   if (index.IsKey()) {
     const auto key = index.KeyId();
-    if (key)
-      at = static_cast<size_t>(std::find(categories_.begin(), categories_.end(), *key) -
-                               categories_.begin());
+    if (key) at = categories_.IndexOf(*key);
   } else if (index.PositionValue() >= 1 && index.PositionValue() <= CategoriesCount()) {
     at = static_cast<size_t>(index.PositionValue() - 1);
   }
+  RemoveAt(at);
+}
+
+void OutlookItem::RemoveCategoryId(int32_t id) {
+  RemoveAt(categories_.IndexOf(id));
+}
+
+void OutlookItem::RemoveAt(size_t at) {
   if (at >= categories_.size()) return;
   const int32_t id = categories_[at];
-  categories_.erase(categories_.begin() + static_cast<std::ptrdiff_t>(at));
+  categories_.EraseAt(at);
   auto self = shared_from_this();
   SetChanged(true);
   Ignoring([&] {
     if (!JournalSuppressedByOwners()) AddAction(id, Action::kRemoved);
   });
   Ignoring([&] {
-    if (auto category = Cats()->Item(ItemIndex::Key(id), true)) category->RemoveMember(self);
+    if (auto category = Cats()->ItemById(id, true)) category->RemoveMember(self);
   });
   if (!moving_ && categories_.empty()) {
     Ignoring([&] {
       if (auto def = Cats()->DefaultCategory(true)) def->AddMember(self);
+    });
+  }
+}
+
+void OutlookItem::Reattach(const std::shared_ptr<Category>& category) {
+  const int32_t id = category->ID();
+  if (categories_.Contains(id)) return;
+  const bool wasEmpty = categories_.empty();
+  categories_.push_back(id);
+  SetChanged(true);
+  // No journal entry: this only runs while a replay is under way.
+  Ignoring([&] { category->MarkMemberChanged(); });
+  if (wasEmpty && !moving_) {
+    Ignoring([&] {
+      if (auto def = Cats()->DefaultCategory(true)) def->RemoveMember(shared_from_this());
     });
   }
 }
@@ -158,7 +183,7 @@ std::vector<std::u16string> OutlookItem::CategoriesArray() const {
   auto cats = Cats();
   names.reserve(categories_.size());
   for (int32_t id : categories_) {
-    auto category = cats->Item(ItemIndex::Key(id), true);
+    auto category = cats->ItemById(id, true);
     names.push_back(category ? category->Name() : std::u16string());
   }
   return names;

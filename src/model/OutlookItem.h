@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "model/CategoryIdList.h"
 #include "model/IChild.h"
 #include "model/ItemIndex.h"
 
@@ -22,6 +23,14 @@ class Application;
 class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookItem> {
  public:
   using SharedText = std::shared_ptr<const std::u16string>;
+  // Where an item comes from: texts that thousands of items share, kept
+  // once per distinct combination.
+  struct Origin {
+    SharedText storeId;
+    SharedText folder;
+    SharedText messageClass;  // lower case
+  };
+  using SharedOrigin = std::shared_ptr<const Origin>;
 
   // Public members.
   // Assigns the category; one the item already has changes nothing.
@@ -36,16 +45,16 @@ class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookIt
   std::u16string CategoriesString() const;
   bool Changed() const { return changed_; }
   double DateTime() const { return dateTime_; }
-  const std::u16string& Folder() const { return *folder_; }
+  const std::u16string& Folder() const { return *origin_->folder; }
   int32_t ID() const { return id_; }
   // Outlook's item type from the message class prefix (mail when unknown).
   int32_t ItemType() const;
-  const std::u16string& MessageClass() const { return *messageClass_; }
+  const std::u16string& MessageClass() const { return *origin_->messageClass; }
   // Makes `category` the item's only category.
   void MoveToCategory(const std::shared_ptr<Category>& category);
   const std::u16string& Subject() const { return subject_; }
   const std::u16string& EntryID() const { return entryId_; }
-  const std::u16string& StoreID() const { return *storeId_; }
+  const std::u16string& StoreID() const { return *origin_->storeId; }
 
   // IChild: the parent is an OutlookItems handle; the key is ignored.
   void Init(int32_t parentHandle, const std::u16string& key = u"") override;
@@ -55,31 +64,38 @@ class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookIt
   void SetParent(std::weak_ptr<OutlookItems> parent) { parent_ = std::move(parent); }
   std::shared_ptr<OutlookItems> Parent() const { return parent_.lock(); }
   // Fills the fields (message class in lower case) without journalling.
-  void Initialize(int32_t id, std::u16string entryId, SharedText storeId, SharedText folder,
-                  std::u16string subject, SharedText messageClass, double dateTime);
+  void Initialize(int32_t id, std::u16string entryId, SharedOrigin origin, std::u16string subject,
+                  double dateTime);
   void SetID(int32_t id) { id_ = id; }
   bool SuppressJournal() const { return suppressJournal_; }
   void SetSuppressJournal(bool value) { suppressJournal_ = value; }
   // True also marks the owning collection changed.
   void SetChanged(bool value);
   // The category IDs in list order.
-  const std::vector<int32_t>& CategoryIds() const { return categories_; }
+  const CategoryIdList& CategoryIds() const { return categories_; }
+  // CategoriesRemove by the category's ID, without going through its text.
+  void RemoveCategoryId(int32_t id);
+  // Puts `category` back on an item that is still in its member list (an
+  // undone deletion): the same effects as CategoriesAdd, whose member add
+  // would fail on the duplicate and raise nothing, without that attempt.
+  void Reattach(const std::shared_ptr<Category>& category);
 
  private:
+  void RemoveAt(size_t at);
   void AddAction(int32_t categoryId, int32_t kind);
   bool JournalSuppressedByOwners() const;
   std::shared_ptr<Application> App() const;
   std::shared_ptr<Categories> Cats() const;
 
+  // First, so the count shares a cache line with the object's header: the
+  // item filter reads it for every member.
+  CategoryIdList categories_;
   std::weak_ptr<OutlookItems> parent_;
   int32_t id_ = 0;
   std::u16string entryId_;
   std::u16string subject_;
-  SharedText storeId_;
-  SharedText messageClass_;
-  SharedText folder_;
+  SharedOrigin origin_;
   double dateTime_ = 0;
-  std::vector<int32_t> categories_;
   bool changed_ = false;
   bool suppressJournal_ = false;
   bool moving_ = false;

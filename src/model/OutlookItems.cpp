@@ -1,5 +1,7 @@
 #include "model/OutlookItems.h"
 
+#include <cstring>
+
 #include "session/Application.h"
 #include "support/ErrorFrame.h"
 #include "support/HandleTable.h"
@@ -15,9 +17,25 @@ void OutlookItems::Init(int32_t parentHandle, const std::u16string&) {
   parent_ = HandleTable::Resolve<Application>(parentHandle);
 }
 
+std::shared_ptr<OutlookItem> OutlookItems::Item(const ItemIndex& index) const {
+  if (!index.IsKey()) {
+    const int64_t pos = index.PositionValue();
+    return pos >= 1 && pos <= Count() ? items_[static_cast<size_t>(pos - 1)] : nullptr;
+  }
+  const auto id = index.KeyId();
+  return id ? ItemById(*id) : nullptr;
+}
+
 void OutlookItems::Clear() {
-  items_.Clear();
+  items_.clear();
+  items_.shrink_to_fit();
   texts_.clear();
+  lastStore_.reset();
+  lastFolder_.reset();
+  lastClassIn_.reset();
+  lastClass_.reset();
+  lastOrigin_.reset();
+  origins_.clear();
   nextId_ = 1;
 }
 
@@ -37,9 +55,27 @@ std::shared_ptr<OutlookItem> OutlookItems::Add(std::u16string entryId,
   return Frame(u"OutlookItems", u"Add", [&] {
     auto item = std::make_shared<OutlookItem>();
     item->SetParent(weak_from_this());
-    item->Initialize(nextId_, std::move(entryId), Intern(storeId), Intern(folder),
-                     std::move(subject), Intern(TextCase::Lower(messageClass)), dateTime);
-    items_.Add(nextId_, item);
+    auto same = [](const OutlookItem::SharedText& a, const std::u16string& b) {
+      return a && a->size() == b.size() &&
+             std::memcmp(a->data(), b.data(), b.size() * sizeof(char16_t)) == 0;
+    };
+    if (!same(lastStore_, storeId)) lastStore_ = Intern(storeId);
+    if (!same(lastFolder_, folder)) lastFolder_ = Intern(folder);
+    if (!same(lastClassIn_, messageClass)) {
+      lastClassIn_ = std::make_shared<const std::u16string>(messageClass);
+      lastClass_ = Intern(TextCase::Lower(messageClass));
+    }
+    if (!lastOrigin_ || lastOrigin_->storeId != lastStore_ || lastOrigin_->folder != lastFolder_ ||
+        lastOrigin_->messageClass != lastClass_) {
+      auto& origin = origins_[{lastStore_.get(), lastFolder_.get(), lastClass_.get()}];
+      if (!origin) {
+        origin = std::make_shared<const OutlookItem::Origin>(
+            OutlookItem::Origin{lastStore_, lastFolder_, lastClass_});
+      }
+      lastOrigin_ = origin;
+    }
+    item->Initialize(nextId_, std::move(entryId), lastOrigin_, std::move(subject), dateTime);
+    items_.push_back(item);
     ++nextId_;
     return item;
   });

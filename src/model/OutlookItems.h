@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -23,10 +25,11 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
 
   // Public members.
   bool Changed() const { return changed_; }
-  int32_t Count() const { return static_cast<int32_t>(items_.Count()); }
-  std::shared_ptr<OutlookItem> Item(const ItemIndex& index) const { return index.In(items_); }
+  int32_t Count() const { return static_cast<int32_t>(items_.size()); }
+  // The item at a 1-based position or under the decimal text of its ID.
+  std::shared_ptr<OutlookItem> Item(const ItemIndex& index) const;
   // The items in order, as a list later changes do not touch.
-  std::vector<std::shared_ptr<OutlookItem>> Enumerate() const { return items_.Snapshot(); }
+  std::vector<std::shared_ptr<OutlookItem>> Enumerate() const { return items_; }
 
   // IChild: the parent is an Application handle; the key is ignored.
   void Init(int32_t parentHandle, const std::u16string& key = u"") override;
@@ -44,8 +47,17 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   void SetIsReading(bool value) { isReading_ = value; }
   void SetParent(std::weak_ptr<Application> parent) { parent_ = std::move(parent); }
   std::shared_ptr<Application> Parent() const { return parent_.lock(); }
-  const KeyedCollection<OutlookItem>& All() const { return items_; }
-  void Reserve(size_t n) { items_.Reserve(n); }
+  // The item with this ID, or null.
+  std::shared_ptr<OutlookItem> ItemById(int32_t id) const {
+    return id >= 1 && static_cast<size_t>(id) <= items_.size() ? items_[static_cast<size_t>(id) - 1]
+                                                               : nullptr;
+  }
+  // Calls f(id, item) for every item in order; `f` must not add items.
+  template <class F>
+  void ForEach(F&& f) const {
+    for (const auto& item : items_) f(item->ID(), item);
+  }
+  void Reserve(size_t n) { items_.reserve(n); }
 
  private:
   // Store identifiers, folder texts and message classes repeat across
@@ -53,11 +65,18 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   OutlookItem::SharedText Intern(const std::u16string& text);
 
   std::weak_ptr<Application> parent_;
-  KeyedCollection<OutlookItem> items_;
+  // Items are only ever appended (IDs 1, 2, ...) and cleared all at once,
+  // so the item with ID n sits at index n - 1: position and key lookups
+  // need no table.
+  std::vector<std::shared_ptr<OutlookItem>> items_;
   bool changed_ = false;
   bool isReading_ = false;
   int32_t nextId_ = 1;
   std::unordered_map<std::u16string, OutlookItem::SharedText> texts_;
+  // The texts of the previous item: consecutive items of one folder repeat them.
+  OutlookItem::SharedText lastStore_, lastFolder_, lastClassIn_, lastClass_;
+  OutlookItem::SharedOrigin lastOrigin_;
+  std::map<std::tuple<const void*, const void*, const void*>, OutlookItem::SharedOrigin> origins_;
 };
 
 }  // namespace t4

@@ -20,7 +20,9 @@ TEST(Actions, SixtySingleEditsKeepFifty) {
   int undos = 0;
   while (auto step = j.PreviousStep()) {
     ++undos;
-    if (undos == 50) EXPECT_EQ((*step)[0]->ItemID, 10);  // the oldest kept
+    if (undos == 50) {
+      EXPECT_EQ((*step)[0]->ItemID, 10);  // the oldest kept
+    }
   }
   EXPECT_EQ(undos, 50);
   EXPECT_EQ(j.PreviousStep(), nullptr);  // the 51st does nothing

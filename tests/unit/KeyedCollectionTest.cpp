@@ -120,3 +120,22 @@ TEST(KeyedCollection, AgreesWithAPlainModelUnderRandomOperations) {
 
 }  // namespace
 }  // namespace t4
+
+namespace t4 {
+namespace {
+
+TEST(KeyedCollection, RemoveAndAddCyclesDoNotGrowTheTable) {
+  KeyedCollection<int> c;
+  for (int i = 0; i < 1000; ++i) c.Add(i, std::make_shared<int>(i));
+  const size_t cells = c.TableSize();
+  for (int cycle = 0; cycle < 20; ++cycle) {
+    for (int i = 0; i < 1000; i += 2) c.Remove(i);
+    for (int i = 0; i < 1000; i += 2) c.Add(i, std::make_shared<int>(i));
+  }
+  EXPECT_EQ(c.Count(), 1000u);
+  EXPECT_LE(c.TableSize(), cells * 2);
+  EXPECT_EQ(*c.ByKey(998), 998);
+}
+
+}  // namespace
+}  // namespace t4

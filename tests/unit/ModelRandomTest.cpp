@@ -35,7 +35,7 @@ class ModelRandomTest : public test::ModelTest {
                           std::set<int32_t>()};
       for (int32_t m : MemberIds(*c)) s.categories[id].members.insert(m);
     });
-    items->All().ForEach([&](int32_t id, const std::shared_ptr<OutlookItem>& i) {
+    items->ForEach([&](int32_t id, const std::shared_ptr<OutlookItem>& i) {
       s.items[id] = std::set<int32_t>(i->CategoryIds().begin(), i->CategoryIds().end());
     });
     return s;
@@ -60,7 +60,7 @@ class ModelRandomTest : public test::ModelTest {
         }
       }
     });
-    items->All().ForEach([&](int32_t id, const std::shared_ptr<OutlookItem>& i) {
+    items->ForEach([&](int32_t id, const std::shared_ptr<OutlookItem>& i) {
       const auto& list = i->CategoryIds();
       EXPECT_EQ(std::set<int32_t>(list.begin(), list.end()).size(), list.size()) << "item " << id;
       for (int32_t c : list) {
