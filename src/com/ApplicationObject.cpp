@@ -5,6 +5,10 @@
 #include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
 #include "com/LanguageSupport.h"
+#include "com/Variants.h"
+#include "com/Wrappers.h"
+#include "model/Categories.h"
+#include "model/OutlookItems.h"
 
 namespace t4::com {
 
@@ -45,22 +49,24 @@ HRESULT ApplicationObject::ToILanguage(_ILanguage** oLanguage) noexcept {
 }
 
 HRESULT ApplicationObject::get_BatchMode(VARIANT_BOOL* bBatchMode) noexcept {
-  if (bBatchMode != nullptr) *bBatchMode = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Application.BatchMode");
+  if (bBatchMode == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bBatchMode = ToVariantBool(core_->BatchMode()); });
 }
 
-HRESULT ApplicationObject::put_BatchMode(VARIANT_BOOL) noexcept {
-  return NotImplemented(kItf, u"Application.BatchMode");
+HRESULT ApplicationObject::put_BatchMode(VARIANT_BOOL bBatchMode) noexcept {
+  return Boundary(kItf, [&] { core_->SetBatchMode(FromVariantBool(bBatchMode)); });
 }
 
 HRESULT ApplicationObject::get_Categories(_Categories** oCategories) noexcept {
-  if (oCategories != nullptr) *oCategories = nullptr;
-  return NotImplemented(kItf, u"Application.Categories");
+  if (oCategories == nullptr) return E_POINTER;
+  *oCategories = nullptr;
+  // Nothing once terminated.
+  return Boundary(kItf, [&] { *oCategories = Wrap(core_->Categories()); });
 }
 
 HRESULT ApplicationObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
-  if (bChanged != nullptr) *bChanged = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Application.Changed");
+  if (bChanged == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bChanged = ToVariantBool(core_->Changed()); });
 }
 
 HRESULT ApplicationObject::Initialize(IDispatch*) noexcept {
@@ -68,8 +74,9 @@ HRESULT ApplicationObject::Initialize(IDispatch*) noexcept {
 }
 
 HRESULT ApplicationObject::get_OutlookItems(_OutlookItems** oOutlookItems) noexcept {
-  if (oOutlookItems != nullptr) *oOutlookItems = nullptr;
-  return NotImplemented(kItf, u"Application.OutlookItems");
+  if (oOutlookItems == nullptr) return E_POINTER;
+  *oOutlookItems = nullptr;
+  return Boundary(kItf, [&] { *oOutlookItems = Wrap(core_->OutlookItems()); });
 }
 
 HRESULT ApplicationObject::ReadItems(VARIANT*) noexcept {
@@ -81,17 +88,17 @@ HRESULT ApplicationObject::ReadMasterlist() noexcept {
 }
 
 HRESULT ApplicationObject::Redo() noexcept {
-  return NotImplemented(kItf, u"Application.Redo");
+  return Boundary(kItf, [&] { core_->Redo(); });
 }
 
 HRESULT ApplicationObject::get_RedoIsPossible(VARIANT_BOOL* bPossible) noexcept {
-  if (bPossible != nullptr) *bPossible = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Application.RedoIsPossible");
+  if (bPossible == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bPossible = ToVariantBool(core_->RedoIsPossible()); });
 }
 
 HRESULT ApplicationObject::get_RulesSupported(VARIANT_BOOL* bSupported) noexcept {
-  if (bSupported != nullptr) *bSupported = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Application.RulesSupported");
+  if (bSupported == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bSupported = ToVariantBool(core_->RulesSupported()); });
 }
 
 HRESULT ApplicationObject::SaveChanges() noexcept {
@@ -99,16 +106,18 @@ HRESULT ApplicationObject::SaveChanges() noexcept {
 }
 
 HRESULT ApplicationObject::Terminate() noexcept {
-  return NotImplemented(kItf, u"Application.Terminate");
+  // Wrappers the host still holds keep their core objects; the core has
+  // unlinked them, so edits through them raise 91 and getters go on working.
+  return Boundary(kItf, [&] { core_->Terminate(); });
 }
 
 HRESULT ApplicationObject::Undo() noexcept {
-  return NotImplemented(kItf, u"Application.Undo");
+  return Boundary(kItf, [&] { core_->Undo(); });
 }
 
 HRESULT ApplicationObject::get_UndoIsPossible(VARIANT_BOOL* bPossible) noexcept {
-  if (bPossible != nullptr) *bPossible = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Application.UndoIsPossible");
+  if (bPossible == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bPossible = ToVariantBool(core_->UndoIsPossible()); });
 }
 
 // _ILanguage --------------------------------------------------------------

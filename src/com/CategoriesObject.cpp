@@ -1,9 +1,12 @@
 #include "com/CategoriesObject.h"
 
-#include <new>
-
 #include "com/ClassInfo.h"
+#include "com/Enumerator.h"
 #include "com/ErrorBoundary.h"
+#include "com/Variants.h"
+#include "com/Wrappers.h"
+#include "model/Category.h"
+#include "model/OutlookItem.h"
 
 namespace t4::com {
 
@@ -12,60 +15,157 @@ namespace {
 const IID& kItf = IID__Categories;
 const IID& kChildItf = IID__IChild;
 
+// Dispatch ids of the source interface __Categories (Tandrel4.idl).
+enum : DISPID {
+  kItemAdd = 1,
+  kItemChange = 2,
+  kItemRemove = 3,
+  kMemberAdd = 4,
+  kMemberRemove = 5,
+};
+
 }  // namespace
 
-HRESULT CategoriesObject::Create(REFIID iid, void** object) noexcept {
-  if (object == nullptr) return E_POINTER;
-  *object = nullptr;
-  auto* created = new (std::nothrow) CategoriesObject();
-  if (created == nullptr) return E_OUTOFMEMORY;
-  const HRESULT hr = created->QueryInterface(iid, object);
-  created->Release();
-  return hr;
+// The core subscriber of one wrapper. It lives as long as the core holds it
+// (also while an event runs, since the core raises to a copy of its list),
+// which may be longer than the wrapper: `owner_` is cleared when the wrapper
+// dies, and an event that finds it cleared goes nowhere.
+class CategoriesObject::EventBridge final : public t4::ICategoriesEvents {
+ public:
+  explicit EventBridge(CategoriesObject* owner) noexcept : owner_(owner) {}
+  void Detach() noexcept { owner_ = nullptr; }
+
+  void ItemAdd(const std::shared_ptr<t4::Category>& item) override { RaiseObjects(kItemAdd, item); }
+  void ItemChange(const std::shared_ptr<t4::Category>& item) override {
+    RaiseObjects(kItemChange, item);
+  }
+  void ItemRemove(const std::u16string& key) override {
+    if (!Listened()) return;
+    ScopedVariant arg;
+    V_VT(arg.get()) = VT_BSTR;
+    V_BSTR(arg.get()) = ToBstr(key);
+    Raise(kItemRemove, arg.get(), 1);
+  }
+  void MemberAdd(const std::shared_ptr<t4::Category>& item,
+                 const std::shared_ptr<t4::OutlookItem>& member) override {
+    RaiseObjects(kMemberAdd, item, member);
+  }
+  void MemberRemove(const std::shared_ptr<t4::Category>& item,
+                    const std::shared_ptr<t4::OutlookItem>& member) override {
+    RaiseObjects(kMemberRemove, item, member);
+  }
+
+ private:
+  // Nobody advised: no wrapper is made for an event no one hears (reading
+  // and replays raise many).
+  bool Listened() const noexcept { return owner_ != nullptr && owner_->events_.SinkCount() != 0; }
+
+  // (Item As Category) or (Item As Category, Member As OutlookItem).
+  void RaiseObjects(DISPID id, const std::shared_ptr<t4::Category>& item,
+                    const std::shared_ptr<t4::OutlookItem>& member = nullptr) {
+    if (!Listened()) return;
+    // IDispatch takes the arguments last first.
+    ScopedVariant args[2];
+    UINT count = 0;
+    if (member) {
+      V_VT(args[count].get()) = VT_DISPATCH;
+      V_DISPATCH(args[count].get()) = Wrap(member);
+      ++count;
+    }
+    V_VT(args[count].get()) = VT_DISPATCH;
+    V_DISPATCH(args[count].get()) = Wrap(item);
+    ++count;
+    VARIANT plain[2] = {*args[0], *args[1]};  // borrowed; the ScopedVariants own them
+    Raise(id, plain, count);
+  }
+
+  void Raise(DISPID id, VARIANT* args, UINT count) {
+    // A sink may release the host's last reference to the collection while
+    // it runs; the wrapper stays alive until the event is over.
+    ComRef<IUnknown> keep(owner_->Identity());
+    keep->AddRef();
+    DISPPARAMS params = {args, nullptr, count, 0};
+    owner_->events_.Raise(id, &params);
+  }
+
+  CategoriesObject* owner_;
+};
+
+CategoriesObject::CategoriesObject(std::shared_ptr<t4::Categories> core)
+    : core_(std::move(core)),
+      events_(static_cast<IConnectionPointContainer*>(this), DIID___Categories),
+      bridge_(std::make_shared<EventBridge>(this)) {
+  cookie_ = core_->Advise(bridge_);
 }
 
-CategoriesObject::CategoriesObject() noexcept
-    : events_(static_cast<IConnectionPointContainer*>(this), DIID___Categories) {}
+CategoriesObject::~CategoriesObject() {
+  bridge_->Detach();
+  core_->Unadvise(cookie_);
+}
 
 // _Categories -------------------------------------------------------------
 
-HRESULT CategoriesObject::Add(BSTR, VARIANT_BOOL, VARIANT, VARIANT, VARIANT,
-                              _Category** oCategory) noexcept {
-  if (oCategory != nullptr) *oCategory = nullptr;
-  return NotImplemented(kItf, u"Categories.Add");
+HRESULT CategoriesObject::Add(BSTR sName, VARIANT_BOOL bInMasterlist, VARIANT sCategoryID,
+                              VARIANT lColor, VARIANT lShortCut, _Category** oCategory) noexcept {
+  if (oCategory == nullptr) return E_POINTER;
+  *oCategory = nullptr;
+  return Boundary(kItf, [&] {
+    // Left-out optional arguments count as "" and 0. The core may
+    // transliterate the name in place; an [in] BSTR cannot carry that back.
+    std::u16string name = FromBstr(sName);
+    const std::u16string categoryId = OptionalText(sCategoryID, u"");
+    const int32_t color = OptionalLong(lColor, 0);
+    const int32_t shortCut = OptionalLong(lShortCut, 0);
+    *oCategory =
+        Wrap(core_->Add(name, FromVariantBool(bInMasterlist), categoryId, color, shortCut));
+  });
 }
 
 HRESULT CategoriesObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
-  if (bChanged != nullptr) *bChanged = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Categories.Changed");
+  if (bChanged == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bChanged = ToVariantBool(core_->Changed()); });
 }
 
-HRESULT CategoriesObject::get_Count(VARIANT, LONG* lCount) noexcept {
-  if (lCount != nullptr) *lCount = 0;
-  return NotImplemented(kItf, u"Categories.Count");
+HRESULT CategoriesObject::get_Count(VARIANT IgnoreFilter, LONG* lCount) noexcept {
+  if (lCount == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lCount = core_->Count(OptionalBool(IgnoreFilter, false)); });
 }
 
-HRESULT CategoriesObject::CountDetails(VARIANT*, VARIANT*) noexcept {
-  return NotImplemented(kItf, u"Categories.CountDetails");
+HRESULT CategoriesObject::CountDetails(VARIANT* ItemsInMasterlist,
+                                       VARIANT* ItemsNotInMasterlist) noexcept {
+  return Boundary(kItf, [&] {
+    int32_t in = 0;
+    int32_t notIn = 0;
+    core_->CountDetails(in, notIn);
+    AssignByRef(ItemsInMasterlist, in);
+    AssignByRef(ItemsNotInMasterlist, notIn);
+  });
 }
 
 HRESULT CategoriesObject::get_CountFilteredMember(LONG* lCount) noexcept {
-  if (lCount != nullptr) *lCount = 0;
-  return NotImplemented(kItf, u"Categories.CountFilteredMember");
+  if (lCount == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lCount = core_->CountFilteredMember(); });
 }
 
-HRESULT CategoriesObject::get_CountWithoutDefault(VARIANT, LONG* lCount) noexcept {
-  if (lCount != nullptr) *lCount = 0;
-  return NotImplemented(kItf, u"Categories.CountWithoutDefault");
+HRESULT CategoriesObject::get_CountWithoutDefault(VARIANT IgnoreFilter, LONG* lCount) noexcept {
+  if (lCount == nullptr) return E_POINTER;
+  return Boundary(kItf,
+                  [&] { *lCount = core_->CountWithoutDefault(OptionalBool(IgnoreFilter, false)); });
 }
 
-HRESULT CategoriesObject::get_DefaultCategory(VARIANT, _Category** oCategory) noexcept {
-  if (oCategory != nullptr) *oCategory = nullptr;
-  return NotImplemented(kItf, u"Categories.DefaultCategory");
+HRESULT CategoriesObject::get_DefaultCategory(VARIANT IgnoreFilter,
+                                              _Category** oCategory) noexcept {
+  if (oCategory == nullptr) return E_POINTER;
+  *oCategory = nullptr;
+  return Boundary(
+      kItf, [&] { *oCategory = Wrap(core_->DefaultCategory(OptionalBool(IgnoreFilter, false))); });
 }
 
-HRESULT CategoriesObject::Delete(VARIANT) noexcept {
-  return NotImplemented(kItf, u"Categories.Delete");
+HRESULT CategoriesObject::Delete(VARIANT Index) noexcept {
+  return Boundary(kItf, [&] {
+    // An index that names nothing deletes nothing, as an unknown key does.
+    if (const auto index = IndexOf(Index)) core_->Delete(*index);
+  });
 }
 
 HRESULT CategoriesObject::ExportMasterlist(BSTR) noexcept {
@@ -76,76 +176,103 @@ HRESULT CategoriesObject::ImportMasterlist(BSTR) noexcept {
   return NotImplemented(kItf, u"Categories.ImportMasterlist");
 }
 
-HRESULT CategoriesObject::get_Item(VARIANT, VARIANT, _Category** oCategory) noexcept {
-  if (oCategory != nullptr) *oCategory = nullptr;
-  return NotImplemented(kItf, u"Categories.Item");
+HRESULT CategoriesObject::get_Item(VARIANT Index, VARIANT IgnoreFilter,
+                                   _Category** oCategory) noexcept {
+  if (oCategory == nullptr) return E_POINTER;
+  *oCategory = nullptr;
+  return Boundary(kItf, [&] {
+    const bool ignoreFilter = OptionalBool(IgnoreFilter, false);
+    if (const auto index = IndexOf(Index)) *oCategory = Wrap(core_->Item(*index, ignoreFilter));
+  });
 }
 
 HRESULT CategoriesObject::get_FilterCategories(LONG* lFilterCategories) noexcept {
-  if (lFilterCategories != nullptr) *lFilterCategories = 0;
-  return NotImplemented(kItf, u"Categories.FilterCategories");
+  if (lFilterCategories == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lFilterCategories = core_->FilterCategories(); });
 }
 
-HRESULT CategoriesObject::get_FilterMasterlist(cmFilterMasterlist* lFilterMasterlist) noexcept {
-  if (lFilterMasterlist != nullptr) *lFilterMasterlist = cmmlAll;
-  return NotImplemented(kItf, u"Categories.FilterMasterlist");
+HRESULT CategoriesObject::get_FilterMasterlist(::cmFilterMasterlist* lFilterMasterlist) noexcept {
+  if (lFilterMasterlist == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] {
+    *lFilterMasterlist = static_cast<::cmFilterMasterlist>(core_->FilterMasterlist());
+  });
 }
 
-HRESULT CategoriesObject::get_FilterMember(cmFilterMember* lFilterMember) noexcept {
-  if (lFilterMember != nullptr) *lFilterMember = cmfmAll;
-  return NotImplemented(kItf, u"Categories.FilterMember");
+HRESULT CategoriesObject::get_FilterMember(::cmFilterMember* lFilterMember) noexcept {
+  if (lFilterMember == nullptr) return E_POINTER;
+  return Boundary(kItf,
+                  [&] { *lFilterMember = static_cast<::cmFilterMember>(core_->FilterMember()); });
 }
 
 HRESULT CategoriesObject::get_FilterTypes(LONG* lFilterTypes) noexcept {
-  if (lFilterTypes != nullptr) *lFilterTypes = 0;
-  return NotImplemented(kItf, u"Categories.FilterTypes");
+  if (lFilterTypes == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lFilterTypes = core_->FilterTypes(); });
 }
 
 HRESULT CategoriesObject::get_FireItemEvents(VARIANT_BOOL* bFire) noexcept {
-  if (bFire != nullptr) *bFire = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Categories.FireItemEvents");
+  if (bFire == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bFire = ToVariantBool(core_->FireItemEvents()); });
 }
 
-HRESULT CategoriesObject::put_FireItemEvents(VARIANT_BOOL) noexcept {
-  return NotImplemented(kItf, u"Categories.FireItemEvents");
+HRESULT CategoriesObject::put_FireItemEvents(VARIANT_BOOL bFire) noexcept {
+  return Boundary(kItf, [&] { core_->SetFireItemEvents(FromVariantBool(bFire)); });
 }
 
 HRESULT CategoriesObject::get_FireMemberEvents(VARIANT_BOOL* bFire) noexcept {
-  if (bFire != nullptr) *bFire = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Categories.FireMemberEvents");
+  if (bFire == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bFire = ToVariantBool(core_->FireMemberEvents()); });
 }
 
-HRESULT CategoriesObject::put_FireMemberEvents(VARIANT_BOOL) noexcept {
-  return NotImplemented(kItf, u"Categories.FireMemberEvents");
+HRESULT CategoriesObject::put_FireMemberEvents(VARIANT_BOOL bFire) noexcept {
+  return Boundary(kItf, [&] { core_->SetFireMemberEvents(FromVariantBool(bFire)); });
 }
 
-HRESULT CategoriesObject::NameExist(BSTR, VARIANT*, VARIANT_BOOL* bExist) noexcept {
-  if (bExist != nullptr) *bExist = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Categories.NameExist");
+HRESULT CategoriesObject::NameExist(BSTR sName, VARIANT* Found, VARIANT_BOOL* bExist) noexcept {
+  if (bExist == nullptr) return E_POINTER;
+  *bExist = VARIANT_FALSE;
+  return Boundary(kItf, [&] {
+    std::shared_ptr<t4::Category> found;
+    const bool exists = core_->NameExist(FromBstr(sName), found);
+    // Found is optional; when it is given it receives the category or
+    // Nothing, whatever it held before.
+    if (Found != nullptr && !IsMissing(*Found)) {
+      ComRef<_Category> wrapper(exists ? Wrap(found) : nullptr);
+      AssignByRef(Found, static_cast<IDispatch*>(wrapper.get()));
+    }
+    *bExist = ToVariantBool(exists);
+  });
 }
 
 HRESULT CategoriesObject::get_NewEnum(IUnknown** oEnum) noexcept {
-  if (oEnum != nullptr) *oEnum = nullptr;
-  return NotImplemented(kItf, u"Categories.NewEnum");
+  if (oEnum == nullptr) return E_POINTER;
+  *oEnum = nullptr;
+  return Boundary(kItf,
+                  [&] { return SnapshotEnum<t4::Category>::Create(core_->Enumerate(), oEnum); });
 }
 
-HRESULT CategoriesObject::SetFilter(LONG, LONG, cmFilterMember, cmFilterMasterlist) noexcept {
-  return NotImplemented(kItf, u"Categories.SetFilter");
+HRESULT CategoriesObject::SetFilter(LONG FilterCategories, LONG FilterTypes,
+                                    ::cmFilterMember FilterMember,
+                                    ::cmFilterMasterlist FilterMasterlist) noexcept {
+  return Boundary(kItf, [&] {
+    core_->SetFilter(FilterCategories, FilterTypes, static_cast<int32_t>(FilterMember),
+                     static_cast<int32_t>(FilterMasterlist));
+  });
 }
 
 // _IChild ----------------------------------------------------------------
 
-HRESULT CategoriesObject::Init(LONG, VARIANT) noexcept {
-  return NotImplemented(kChildItf, u"Categories.IChild_Init");
+HRESULT CategoriesObject::Init(LONG lParentPtr, VARIANT sKey) noexcept {
+  return Boundary(kChildItf, [&] { core_->Init(lParentPtr, OptionalText(sKey, u"")); });
 }
 
 HRESULT CategoriesObject::get_Key(BSTR* sKey) noexcept {
-  if (sKey != nullptr) *sKey = nullptr;
-  return NotImplemented(kChildItf, u"Categories.IChild_Key");
+  if (sKey == nullptr) return E_POINTER;
+  *sKey = nullptr;
+  return Boundary(kChildItf, [&] { *sKey = ToBstr(core_->Key()); });
 }
 
 HRESULT CategoriesObject::ResetParentPtr() noexcept {
-  return NotImplemented(kChildItf, u"Categories.IChild_ResetParentPtr");
+  return Boundary(kChildItf, [&] { core_->ResetParentPtr(); });
 }
 
 // IConnectionPointContainer ----------------------------------------------

@@ -1,24 +1,34 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
+
 #include "com/ComObject.h"
 #include "com/ConnectionPoint.h"
 #include "com/Tandrel4_h.h"
+#include "model/Categories.h"
 
 namespace t4::com {
 
-// COM face of the collection of categories of one Application. Answers _Categories (default) and
-// _IChild and offers the __Categories events through a connection point.
-// Not wired to the core's Categories yet: every member answers E_NOTIMPL
-// ("Not implemented yet: ...") until it is. The class is not creatable and
-// no public member hands one out yet.
+// COM face of t4::Categories. Answers _Categories (default) and _IChild and
+// offers the __Categories events through a connection point; handed out by
+// Application.Categories through the identity map.
+//
+// Events: while the wrapper lives it is one subscriber of the core
+// collection (an EventBridge). The bridge points back at the wrapper without
+// a reference, so the core never keeps the wrapper alive; the wrapper
+// detaches and unsubscribes the bridge when it dies. The bridge turns each
+// core event into IDispatch::Invoke on every advised sink, with the
+// identity-mapped wrappers of the objects as arguments.
 class CategoriesObject final
     : public ComObject<CategoriesObject, DispatchImpl<_Categories>, DispatchImpl<_IChild>,
                        IConnectionPointContainer, IProvideClassInfo2> {
  public:
-  // A wrapper without core object (tests of the pending members).
-  static HRESULT Create(REFIID iid, void** object) noexcept;
+  using DefaultInterface = _Categories;
 
-  CategoriesObject() noexcept;
+  // Subscribes to the core collection's events; throws std::bad_alloc.
+  explicit CategoriesObject(std::shared_ptr<t4::Categories> core);
+  ~CategoriesObject();
 
   // _Categories
   HRESULT STDMETHODCALLTYPE Add(BSTR sName, VARIANT_BOOL bInMasterlist, VARIANT sCategoryID,
@@ -40,8 +50,8 @@ class CategoriesObject final
                                      _Category** oCategory) noexcept override;
   HRESULT STDMETHODCALLTYPE get_FilterCategories(LONG* lFilterCategories) noexcept override;
   HRESULT STDMETHODCALLTYPE
-  get_FilterMasterlist(cmFilterMasterlist* lFilterMasterlist) noexcept override;
-  HRESULT STDMETHODCALLTYPE get_FilterMember(cmFilterMember* lFilterMember) noexcept override;
+  get_FilterMasterlist(::cmFilterMasterlist* lFilterMasterlist) noexcept override;
+  HRESULT STDMETHODCALLTYPE get_FilterMember(::cmFilterMember* lFilterMember) noexcept override;
   HRESULT STDMETHODCALLTYPE get_FilterTypes(LONG* lFilterTypes) noexcept override;
   HRESULT STDMETHODCALLTYPE get_FireItemEvents(VARIANT_BOOL* bFire) noexcept override;
   HRESULT STDMETHODCALLTYPE put_FireItemEvents(VARIANT_BOOL bFire) noexcept override;
@@ -51,8 +61,8 @@ class CategoriesObject final
                                       VARIANT_BOOL* bExist) noexcept override;
   HRESULT STDMETHODCALLTYPE get_NewEnum(IUnknown** oEnum) noexcept override;
   HRESULT STDMETHODCALLTYPE SetFilter(LONG FilterCategories, LONG FilterTypes,
-                                      cmFilterMember FilterMember,
-                                      cmFilterMasterlist FilterMasterlist) noexcept override;
+                                      ::cmFilterMember FilterMember,
+                                      ::cmFilterMasterlist FilterMasterlist) noexcept override;
 
   // _IChild
   HRESULT STDMETHODCALLTYPE Init(LONG lParentPtr, VARIANT sKey) noexcept override;
@@ -68,8 +78,15 @@ class CategoriesObject final
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
   HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
 
+  const std::shared_ptr<t4::Categories>& Core() const noexcept { return core_; }
+
  private:
+  class EventBridge;
+
+  std::shared_ptr<t4::Categories> core_;
   ConnectionPoint events_;
+  std::shared_ptr<EventBridge> bridge_;
+  int32_t cookie_ = 0;
 };
 
 }  // namespace t4::com

@@ -1,9 +1,11 @@
 #include "com/CategoryObject.h"
 
-#include <new>
-
 #include "com/ClassInfo.h"
+#include "com/Enumerator.h"
 #include "com/ErrorBoundary.h"
+#include "com/Variants.h"
+#include "com/Wrappers.h"
+#include "model/OutlookItem.h"
 
 namespace t4::com {
 
@@ -14,97 +16,109 @@ const IID& kChildItf = IID__IChild;
 
 }  // namespace
 
-HRESULT CategoryObject::Create(REFIID iid, void** object) noexcept {
-  if (object == nullptr) return E_POINTER;
-  *object = nullptr;
-  auto* created = new (std::nothrow) CategoryObject();
-  if (created == nullptr) return E_OUTOFMEMORY;
-  const HRESULT hr = created->QueryInterface(iid, object);
-  created->Release();
-  return hr;
-}
+CategoryObject::CategoryObject(std::shared_ptr<t4::Category> core) noexcept
+    : core_(std::move(core)) {}
 
 // _Category ---------------------------------------------------------------
 
 HRESULT CategoryObject::get_CategoryID(BSTR* sCategoryID) noexcept {
-  if (sCategoryID != nullptr) *sCategoryID = nullptr;
-  return NotImplemented(kItf, u"Category.CategoryID");
+  if (sCategoryID == nullptr) return E_POINTER;
+  *sCategoryID = nullptr;
+  return Boundary(kItf, [&] { *sCategoryID = ToBstr(core_->CategoryID()); });
 }
 
 HRESULT CategoryObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
-  if (bChanged != nullptr) *bChanged = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Category.Changed");
+  if (bChanged == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bChanged = ToVariantBool(core_->Changed()); });
 }
 
 HRESULT CategoryObject::get_Color(LONG* lColor) noexcept {
-  if (lColor != nullptr) *lColor = 0;
-  return NotImplemented(kItf, u"Category.Color");
+  if (lColor == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lColor = core_->Color(); });
 }
 
-HRESULT CategoryObject::put_Color(LONG) noexcept {
-  return NotImplemented(kItf, u"Category.Color");
+HRESULT CategoryObject::put_Color(LONG lColor) noexcept {
+  return Boundary(kItf, [&] { core_->SetColor(lColor); });
 }
 
 HRESULT CategoryObject::get_ID(LONG* lID) noexcept {
-  if (lID != nullptr) *lID = 0;
-  return NotImplemented(kItf, u"Category.ID");
+  if (lID == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lID = core_->ID(); });
 }
 
-HRESULT CategoryObject::put_InMasterlist(VARIANT_BOOL) noexcept {
-  return NotImplemented(kItf, u"Category.InMasterlist");
+HRESULT CategoryObject::put_InMasterlist(VARIANT_BOOL bInMasterlist) noexcept {
+  return Boundary(kItf, [&] { core_->SetInMasterlist(FromVariantBool(bInMasterlist)); });
 }
 
 HRESULT CategoryObject::get_InMasterlist(VARIANT_BOOL* bInMasterlist) noexcept {
-  if (bInMasterlist != nullptr) *bInMasterlist = VARIANT_FALSE;
-  return NotImplemented(kItf, u"Category.InMasterlist");
+  if (bInMasterlist == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bInMasterlist = ToVariantBool(core_->InMasterlist()); });
 }
 
-HRESULT CategoryObject::get_Member(VARIANT, VARIANT, _OutlookItem** oItem) noexcept {
-  if (oItem != nullptr) *oItem = nullptr;
-  return NotImplemented(kItf, u"Category.Member");
+HRESULT CategoryObject::get_Member(VARIANT Index, VARIANT IgnoreFilter,
+                                   _OutlookItem** oItem) noexcept {
+  if (oItem == nullptr) return E_POINTER;
+  *oItem = nullptr;
+  return Boundary(kItf, [&] {
+    const bool ignoreFilter = OptionalBool(IgnoreFilter, false);
+    const auto index = IndexOf(Index);
+    if (index) *oItem = Wrap(core_->Member(*index, ignoreFilter));
+  });
 }
 
-HRESULT CategoryObject::get_MemberCount(VARIANT, LONG* lCount) noexcept {
-  if (lCount != nullptr) *lCount = 0;
-  return NotImplemented(kItf, u"Category.MemberCount");
+HRESULT CategoryObject::get_MemberCount(VARIANT IgnoreFilter, LONG* lCount) noexcept {
+  if (lCount == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lCount = core_->MemberCount(OptionalBool(IgnoreFilter, false)); });
 }
 
 HRESULT CategoryObject::get_Name(BSTR* sName) noexcept {
-  if (sName != nullptr) *sName = nullptr;
-  return NotImplemented(kItf, u"Category.Name");
+  if (sName == nullptr) return E_POINTER;
+  *sName = nullptr;
+  return Boundary(kItf, [&] { *sName = ToBstr(core_->Name()); });
 }
 
-HRESULT CategoryObject::put_Name(BSTR) noexcept {
-  return NotImplemented(kItf, u"Category.Name");
+HRESULT CategoryObject::put_Name(BSTR sName) noexcept {
+  // The core may transliterate the name in place; an [in] BSTR cannot
+  // carry that back, so it works on a copy.
+  return Boundary(kItf, [&] {
+    std::u16string name = FromBstr(sName);
+    core_->SetName(name);
+  });
 }
 
-HRESULT CategoryObject::get_NewEnum(VARIANT, IUnknown** oEnum) noexcept {
-  if (oEnum != nullptr) *oEnum = nullptr;
-  return NotImplemented(kItf, u"Category.NewEnum");
+HRESULT CategoryObject::get_NewEnum(VARIANT IgnoreFilter, IUnknown** oEnum) noexcept {
+  if (oEnum == nullptr) return E_POINTER;
+  *oEnum = nullptr;
+  return Boundary(kItf, [&] {
+    const bool ignoreFilter = OptionalBool(IgnoreFilter, false);
+    return SnapshotEnum<t4::OutlookItem>::Create(core_->MemberCollection(ignoreFilter).Snapshot(),
+                                                 oEnum);
+  });
 }
 
 HRESULT CategoryObject::get_ShortCut(LONG* lShortCut) noexcept {
-  if (lShortCut != nullptr) *lShortCut = 0;
-  return NotImplemented(kItf, u"Category.ShortCut");
+  if (lShortCut == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lShortCut = core_->ShortCut(); });
 }
 
-HRESULT CategoryObject::put_ShortCut(LONG) noexcept {
-  return NotImplemented(kItf, u"Category.ShortCut");
+HRESULT CategoryObject::put_ShortCut(LONG lShortCut) noexcept {
+  return Boundary(kItf, [&] { core_->SetShortCut(lShortCut); });
 }
 
 // _IChild ----------------------------------------------------------------
 
-HRESULT CategoryObject::Init(LONG, VARIANT) noexcept {
-  return NotImplemented(kChildItf, u"Category.IChild_Init");
+HRESULT CategoryObject::Init(LONG lParentPtr, VARIANT sKey) noexcept {
+  return Boundary(kChildItf, [&] { core_->Init(lParentPtr, OptionalText(sKey, u"")); });
 }
 
 HRESULT CategoryObject::get_Key(BSTR* sKey) noexcept {
-  if (sKey != nullptr) *sKey = nullptr;
-  return NotImplemented(kChildItf, u"Category.IChild_Key");
+  if (sKey == nullptr) return E_POINTER;
+  *sKey = nullptr;
+  return Boundary(kChildItf, [&] { *sKey = ToBstr(core_->Key()); });
 }
 
 HRESULT CategoryObject::ResetParentPtr() noexcept {
-  return NotImplemented(kChildItf, u"Category.IChild_ResetParentPtr");
+  return Boundary(kChildItf, [&] { core_->ResetParentPtr(); });
 }
 
 // IProvideClassInfo ------------------------------------------------------

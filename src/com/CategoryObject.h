@@ -1,19 +1,37 @@
 #pragma once
 
+#include <memory>
+
 #include "com/ComObject.h"
 #include "com/Tandrel4_h.h"
+#include "model/Category.h"
 
 namespace t4::com {
 
-// COM face of one category. Answers _Category (default) and _IChild.
-// Not wired to the core's Category yet: every member answers E_NOTIMPL
-// ("Not implemented yet: ...") until it is. The class is not creatable and
-// no public member hands one out yet.
-class CategoryObject final : public ComObject<CategoryObject, DispatchImpl<_Category>,
-                                              DispatchImpl<_IChild>, IProvideClassInfo> {
+// How the COM layer recognises one of its own Category wrappers behind a
+// _Category pointer a host hands back (OutlookItem.CategoriesAdd,
+// MoveToCategory). Private: not in the type library, never marshalled.
+struct ICategoryCore : public IUnknown {
+  virtual std::shared_ptr<t4::Category> STDMETHODCALLTYPE CoreCategory() noexcept = 0;
+};
+
+}  // namespace t4::com
+
+__CRT_UUID_DECL(t4::com::ICategoryCore, 0xe00cf648, 0xf763, 0x45a4, 0x8c, 0x7a, 0x13, 0x24, 0xcc,
+                0xa7, 0x6d, 0xe8)
+
+namespace t4::com {
+
+// COM face of one t4::Category. Answers _Category (default) and _IChild.
+// Handed out through the identity map (Wrap in Wrappers.h) by Categories,
+// the events and OutlookItem; never created by a client.
+class CategoryObject final
+    : public ComObject<CategoryObject, DispatchImpl<_Category>, DispatchImpl<_IChild>,
+                       IProvideClassInfo, ICategoryCore> {
  public:
-  // A wrapper without core object (tests of the pending members).
-  static HRESULT Create(REFIID iid, void** object) noexcept;
+  using DefaultInterface = _Category;
+
+  explicit CategoryObject(std::shared_ptr<t4::Category> core) noexcept;
 
   // _Category
   HRESULT STDMETHODCALLTYPE get_CategoryID(BSTR* sCategoryID) noexcept override;
@@ -39,6 +57,14 @@ class CategoryObject final : public ComObject<CategoryObject, DispatchImpl<_Cate
 
   // IProvideClassInfo
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
+
+  // ICategoryCore
+  std::shared_ptr<t4::Category> STDMETHODCALLTYPE CoreCategory() noexcept override { return core_; }
+
+  const std::shared_ptr<t4::Category>& Core() const noexcept { return core_; }
+
+ private:
+  std::shared_ptr<t4::Category> core_;
 };
 
 }  // namespace t4::com

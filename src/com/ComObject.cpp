@@ -67,6 +67,11 @@ HRESULT DispatchSupport::Invoke(REFIID itf, void* object, DISPID id, REFIID riid
     excep->wCode = 0;
     excep->scode = S_OK;
   }
+  // A property read called as a method: JScript calls obj.Count() and
+  // builds new Enumerator(obj) with DISPATCH_METHOD alone, which the type
+  // library's Invoke would refuse for a propget. Visual Basic and VBScript
+  // send both flags for every call, and the library reads it the same way.
+  if (flags == DISPATCH_METHOD) flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
   hr = typeInfo->Invoke(object, id, flags, params, result, excep, argErr);
   if (excep == nullptr) return hr;
   if (hr == DISP_E_EXCEPTION) {

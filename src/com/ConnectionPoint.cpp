@@ -78,9 +78,96 @@ HRESULT ConnectionPoint::Unadvise(DWORD cookie) noexcept {
   return CONNECT_E_NOCONNECTION;
 }
 
+namespace {
+
+// IEnumConnections over the sinks connected when it was made; it holds a
+// reference on each, so a sink unadvised meanwhile is still safe to hand out.
+class ConnectionEnum final : public IEnumConnections {
+ public:
+  ConnectionEnum(std::vector<CONNECTDATA> connections, size_t position) noexcept
+      : connections_(std::move(connections)), position_(position) {
+    for (const CONNECTDATA& c : connections_) c.pUnk->AddRef();
+    ComModule::ObjectCreated();
+  }
+  ~ConnectionEnum() {
+    for (const CONNECTDATA& c : connections_) c.pUnk->Release();
+    ComModule::ObjectDestroyed();
+  }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) noexcept override {
+    if (object == nullptr) return E_POINTER;
+    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IEnumConnections)) {
+      AddRef();
+      *object = static_cast<IEnumConnections*>(this);
+      return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() noexcept override {
+    return static_cast<ULONG>(::InterlockedIncrement(&refs_));
+  }
+  ULONG STDMETHODCALLTYPE Release() noexcept override {
+    const ULONG n = static_cast<ULONG>(::InterlockedDecrement(&refs_));
+    if (n == 0) delete this;
+    return n;
+  }
+
+  HRESULT STDMETHODCALLTYPE Next(ULONG count, CONNECTDATA* data, ULONG* fetched) noexcept override {
+    if (data == nullptr || (count > 1 && fetched == nullptr)) return E_POINTER;
+    ULONG n = 0;
+    while (n < count && position_ < connections_.size()) {
+      data[n] = connections_[position_++];
+      data[n].pUnk->AddRef();  // the caller's reference
+      ++n;
+    }
+    if (fetched != nullptr) *fetched = n;
+    return n == count ? S_OK : S_FALSE;
+  }
+  HRESULT STDMETHODCALLTYPE Skip(ULONG count) noexcept override {
+    const size_t left = connections_.size() - position_;
+    if (count > left) {
+      position_ = connections_.size();
+      return S_FALSE;
+    }
+    position_ += count;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Reset() noexcept override {
+    position_ = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Clone(IEnumConnections** clone) noexcept override {
+    if (clone == nullptr) return E_POINTER;
+    *clone = nullptr;
+    try {
+      *clone = new ConnectionEnum(connections_, position_);
+    } catch (...) {
+      return E_OUTOFMEMORY;
+    }
+    return S_OK;
+  }
+
+ private:
+  LONG refs_ = 1;
+  std::vector<CONNECTDATA> connections_;
+  size_t position_;
+};
+
+}  // namespace
+
 HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) noexcept {
-  if (connections != nullptr) *connections = nullptr;
-  return E_NOTIMPL;
+  if (connections == nullptr) return E_POINTER;
+  *connections = nullptr;
+  try {
+    std::vector<CONNECTDATA> list;
+    list.reserve(sinks_.size());
+    for (const auto& [cookie, sink] : sinks_) list.push_back(CONNECTDATA{sink, cookie});
+    *connections = new ConnectionEnum(std::move(list), 0);
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+  return S_OK;
 }
 
 void ConnectionPoint::Raise(DISPID id, DISPPARAMS* params) noexcept {

@@ -30,8 +30,7 @@ class ConnectionPoint final : public IConnectionPoint {
   GetConnectionPointContainer(IConnectionPointContainer** container) noexcept override;
   HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) noexcept override;
   HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) noexcept override;
-  // Enumeration of connections is optional for connection points and no
-  // client of the library needs it: E_NOTIMPL.
+  // Lists the sinks connected at the moment of the call (a snapshot).
   HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) noexcept override;
 
   const IID& Source() const noexcept { return source_; }

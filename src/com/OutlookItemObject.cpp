@@ -1,9 +1,14 @@
 #include "com/OutlookItemObject.h"
 
+#include <oleauto.h>
+
 #include <new>
 
 #include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
+#include "com/Variants.h"
+#include "com/Wrappers.h"
+#include "model/Category.h"
 
 namespace t4::com {
 
@@ -12,56 +17,98 @@ namespace {
 const IID& kItf = IID__OutlookItem;
 const IID& kChildItf = IID__IChild;
 
+// Owns a SAFEARRAY until it is handed over.
+class ScopedArray {
+ public:
+  explicit ScopedArray(SAFEARRAY* array) noexcept : array_(array) {}
+  ~ScopedArray() {
+    if (array_ != nullptr) ::SafeArrayDestroy(array_);
+  }
+  ScopedArray(const ScopedArray&) = delete;
+  ScopedArray& operator=(const ScopedArray&) = delete;
+  SAFEARRAY* get() const noexcept { return array_; }
+  SAFEARRAY* Detach() noexcept {
+    SAFEARRAY* array = array_;
+    array_ = nullptr;
+    return array;
+  }
+
+ private:
+  SAFEARRAY* array_;
+};
+
+// A zero-based one-dimensional array of strings (String() to Visual Basic);
+// with no names it has no element, so UBound is -1.
+SAFEARRAY* StringArray(const std::vector<std::u16string>& names) {
+  ScopedArray array(::SafeArrayCreateVector(VT_BSTR, 0, static_cast<ULONG>(names.size())));
+  if (array.get() == nullptr) throw std::bad_alloc();
+  for (size_t i = 0; i < names.size(); ++i) {
+    BSTR name = ToBstr(names[i]);
+    LONG at = static_cast<LONG>(i);
+    // SafeArrayPutElement copies the string.
+    const HRESULT hr = ::SafeArrayPutElement(array.get(), &at, name);
+    ::SysFreeString(name);
+    ThrowIfFailed(hr);
+  }
+  return array.Detach();
+}
+
+template <class Getter>
+HRESULT GetText(const t4::OutlookItem& core, BSTR* out, Getter getter) noexcept {
+  if (out == nullptr) return E_POINTER;
+  *out = nullptr;
+  return Boundary(kItf, [&] { *out = ToBstr((core.*getter)()); });
+}
+
 }  // namespace
 
-HRESULT OutlookItemObject::Create(REFIID iid, void** object) noexcept {
-  if (object == nullptr) return E_POINTER;
-  *object = nullptr;
-  auto* created = new (std::nothrow) OutlookItemObject();
-  if (created == nullptr) return E_OUTOFMEMORY;
-  const HRESULT hr = created->QueryInterface(iid, object);
-  created->Release();
-  return hr;
-}
+OutlookItemObject::OutlookItemObject(std::shared_ptr<t4::OutlookItem> core) noexcept
+    : core_(std::move(core)) {}
 
 // _OutlookItem ------------------------------------------------------------
 
-HRESULT OutlookItemObject::CategoriesAdd(_Category*) noexcept {
-  return NotImplemented(kItf, u"OutlookItem.CategoriesAdd");
+HRESULT OutlookItemObject::CategoriesAdd(_Category* oCategory) noexcept {
+  return Boundary(kItf, [&] { core_->CategoriesAdd(CoreOf(oCategory)); });
 }
 
 HRESULT OutlookItemObject::CategoriesArray(VARIANT* vNames) noexcept {
-  if (vNames != nullptr) ::VariantInit(vNames);
-  return NotImplemented(kItf, u"OutlookItem.CategoriesArray");
+  if (vNames == nullptr) return E_POINTER;
+  ::VariantInit(vNames);
+  return Boundary(kItf, [&] {
+    SAFEARRAY* names = StringArray(core_->CategoriesArray());
+    V_VT(vNames) = VT_ARRAY | VT_BSTR;
+    V_ARRAY(vNames) = names;
+  });
 }
 
 HRESULT OutlookItemObject::get_CategoriesCount(LONG* lCount) noexcept {
-  if (lCount != nullptr) *lCount = 0;
-  return NotImplemented(kItf, u"OutlookItem.CategoriesCount");
+  if (lCount == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lCount = core_->CategoriesCount(); });
 }
 
-HRESULT OutlookItemObject::CategoriesRemove(VARIANT) noexcept {
-  return NotImplemented(kItf, u"OutlookItem.CategoriesRemove");
+HRESULT OutlookItemObject::CategoriesRemove(VARIANT Index) noexcept {
+  return Boundary(kItf, [&] {
+    // An index that names nothing removes nothing, as an unknown one does.
+    if (const auto index = IndexOf(Index)) core_->CategoriesRemove(*index);
+  });
 }
 
 HRESULT OutlookItemObject::CategoriesString(BSTR* sCategories) noexcept {
-  if (sCategories != nullptr) *sCategories = nullptr;
-  return NotImplemented(kItf, u"OutlookItem.CategoriesString");
+  return GetText(*core_, sCategories, &t4::OutlookItem::CategoriesString);
 }
 
 HRESULT OutlookItemObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
-  if (bChanged != nullptr) *bChanged = VARIANT_FALSE;
-  return NotImplemented(kItf, u"OutlookItem.Changed");
+  if (bChanged == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bChanged = ToVariantBool(core_->Changed()); });
 }
 
 HRESULT OutlookItemObject::get_DateTime(DATE* dtDateTime) noexcept {
-  if (dtDateTime != nullptr) *dtDateTime = 0;
-  return NotImplemented(kItf, u"OutlookItem.DateTime");
+  if (dtDateTime == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *dtDateTime = core_->DateTime(); });
 }
 
 HRESULT OutlookItemObject::get_Folder(BSTR* sFolder) noexcept {
-  if (sFolder != nullptr) *sFolder = nullptr;
-  return NotImplemented(kItf, u"OutlookItem.Folder");
+  return GetText(*core_, sFolder, &t4::OutlookItem::Folder);
 }
 
 HRESULT OutlookItemObject::GetOutlookItem(IDispatch** oItem) noexcept {
@@ -70,42 +117,41 @@ HRESULT OutlookItemObject::GetOutlookItem(IDispatch** oItem) noexcept {
 }
 
 HRESULT OutlookItemObject::get_ID(LONG* lID) noexcept {
-  if (lID != nullptr) *lID = 0;
-  return NotImplemented(kItf, u"OutlookItem.ID");
+  if (lID == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lID = core_->ID(); });
 }
 
 HRESULT OutlookItemObject::get_ItemType(LONG* lItemType) noexcept {
-  if (lItemType != nullptr) *lItemType = 0;
-  return NotImplemented(kItf, u"OutlookItem.ItemType");
+  if (lItemType == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lItemType = core_->ItemType(); });
 }
 
 HRESULT OutlookItemObject::get_MessageClass(BSTR* sMessageClass) noexcept {
-  if (sMessageClass != nullptr) *sMessageClass = nullptr;
-  return NotImplemented(kItf, u"OutlookItem.MessageClass");
+  return GetText(*core_, sMessageClass, &t4::OutlookItem::MessageClass);
 }
 
-HRESULT OutlookItemObject::MoveToCategory(_Category*) noexcept {
-  return NotImplemented(kItf, u"OutlookItem.MoveToCategory");
+HRESULT OutlookItemObject::MoveToCategory(_Category* Category) noexcept {
+  return Boundary(kItf, [&] { core_->MoveToCategory(CoreOf(Category)); });
 }
 
 HRESULT OutlookItemObject::get_Subject(BSTR* sSubject) noexcept {
-  if (sSubject != nullptr) *sSubject = nullptr;
-  return NotImplemented(kItf, u"OutlookItem.Subject");
+  return GetText(*core_, sSubject, &t4::OutlookItem::Subject);
 }
 
 // _IChild ----------------------------------------------------------------
 
-HRESULT OutlookItemObject::Init(LONG, VARIANT) noexcept {
-  return NotImplemented(kChildItf, u"OutlookItem.IChild_Init");
+HRESULT OutlookItemObject::Init(LONG lParentPtr, VARIANT sKey) noexcept {
+  return Boundary(kChildItf, [&] { core_->Init(lParentPtr, OptionalText(sKey, u"")); });
 }
 
 HRESULT OutlookItemObject::get_Key(BSTR* sKey) noexcept {
-  if (sKey != nullptr) *sKey = nullptr;
-  return NotImplemented(kChildItf, u"OutlookItem.IChild_Key");
+  if (sKey == nullptr) return E_POINTER;
+  *sKey = nullptr;
+  return Boundary(kChildItf, [&] { *sKey = ToBstr(core_->Key()); });
 }
 
 HRESULT OutlookItemObject::ResetParentPtr() noexcept {
-  return NotImplemented(kChildItf, u"OutlookItem.IChild_ResetParentPtr");
+  return Boundary(kChildItf, [&] { core_->ResetParentPtr(); });
 }
 
 // IProvideClassInfo ------------------------------------------------------

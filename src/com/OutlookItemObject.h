@@ -1,19 +1,22 @@
 #pragma once
 
+#include <memory>
+
 #include "com/ComObject.h"
 #include "com/Tandrel4_h.h"
+#include "model/OutlookItem.h"
 
 namespace t4::com {
 
-// COM face of one Outlook item. Answers _OutlookItem (default) and _IChild.
-// Not wired to the core's OutlookItem yet: every member answers E_NOTIMPL
-// ("Not implemented yet: ...") until it is. The class is not creatable and
-// no public member hands one out yet.
+// COM face of one t4::OutlookItem. Answers _OutlookItem (default) and
+// _IChild. Handed out through the identity map by OutlookItems, Category
+// and the events; items come only from reading, never from a client.
 class OutlookItemObject final : public ComObject<OutlookItemObject, DispatchImpl<_OutlookItem>,
                                                  DispatchImpl<_IChild>, IProvideClassInfo> {
  public:
-  // A wrapper without core object (tests of the pending members).
-  static HRESULT Create(REFIID iid, void** object) noexcept;
+  using DefaultInterface = _OutlookItem;
+
+  explicit OutlookItemObject(std::shared_ptr<t4::OutlookItem> core) noexcept;
 
   // _OutlookItem
   HRESULT STDMETHODCALLTYPE CategoriesAdd(_Category* oCategory) noexcept override;
@@ -38,6 +41,11 @@ class OutlookItemObject final : public ComObject<OutlookItemObject, DispatchImpl
 
   // IProvideClassInfo
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
+
+  const std::shared_ptr<t4::OutlookItem>& Core() const noexcept { return core_; }
+
+ private:
+  std::shared_ptr<t4::OutlookItem> core_;
 };
 
 }  // namespace t4::com

@@ -1,9 +1,10 @@
 #include "com/OutlookItemsObject.h"
 
-#include <new>
-
 #include "com/ClassInfo.h"
+#include "com/Enumerator.h"
 #include "com/ErrorBoundary.h"
+#include "com/Variants.h"
+#include "com/Wrappers.h"
 
 namespace t4::com {
 
@@ -14,51 +15,50 @@ const IID& kChildItf = IID__IChild;
 
 }  // namespace
 
-HRESULT OutlookItemsObject::Create(REFIID iid, void** object) noexcept {
-  if (object == nullptr) return E_POINTER;
-  *object = nullptr;
-  auto* created = new (std::nothrow) OutlookItemsObject();
-  if (created == nullptr) return E_OUTOFMEMORY;
-  const HRESULT hr = created->QueryInterface(iid, object);
-  created->Release();
-  return hr;
-}
+OutlookItemsObject::OutlookItemsObject(std::shared_ptr<t4::OutlookItems> core) noexcept
+    : core_(std::move(core)) {}
 
 // _OutlookItems -----------------------------------------------------------
 
 HRESULT OutlookItemsObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
-  if (bChanged != nullptr) *bChanged = VARIANT_FALSE;
-  return NotImplemented(kItf, u"OutlookItems.Changed");
+  if (bChanged == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *bChanged = ToVariantBool(core_->Changed()); });
 }
 
 HRESULT OutlookItemsObject::get_Count(LONG* lCount) noexcept {
-  if (lCount != nullptr) *lCount = 0;
-  return NotImplemented(kItf, u"OutlookItems.Count");
+  if (lCount == nullptr) return E_POINTER;
+  return Boundary(kItf, [&] { *lCount = core_->Count(); });
 }
 
-HRESULT OutlookItemsObject::get_Item(VARIANT, _OutlookItem** oItem) noexcept {
-  if (oItem != nullptr) *oItem = nullptr;
-  return NotImplemented(kItf, u"OutlookItems.Item");
+HRESULT OutlookItemsObject::get_Item(VARIANT Index, _OutlookItem** oItem) noexcept {
+  if (oItem == nullptr) return E_POINTER;
+  *oItem = nullptr;
+  return Boundary(kItf, [&] {
+    if (const auto index = IndexOf(Index)) *oItem = Wrap(core_->Item(*index));
+  });
 }
 
 HRESULT OutlookItemsObject::get_NewEnum(IUnknown** oEnum) noexcept {
-  if (oEnum != nullptr) *oEnum = nullptr;
-  return NotImplemented(kItf, u"OutlookItems.NewEnum");
+  if (oEnum == nullptr) return E_POINTER;
+  *oEnum = nullptr;
+  return Boundary(kItf,
+                  [&] { return SnapshotEnum<t4::OutlookItem>::Create(core_->Enumerate(), oEnum); });
 }
 
 // _IChild ----------------------------------------------------------------
 
-HRESULT OutlookItemsObject::Init(LONG, VARIANT) noexcept {
-  return NotImplemented(kChildItf, u"OutlookItems.IChild_Init");
+HRESULT OutlookItemsObject::Init(LONG lParentPtr, VARIANT sKey) noexcept {
+  return Boundary(kChildItf, [&] { core_->Init(lParentPtr, OptionalText(sKey, u"")); });
 }
 
 HRESULT OutlookItemsObject::get_Key(BSTR* sKey) noexcept {
-  if (sKey != nullptr) *sKey = nullptr;
-  return NotImplemented(kChildItf, u"OutlookItems.IChild_Key");
+  if (sKey == nullptr) return E_POINTER;
+  *sKey = nullptr;
+  return Boundary(kChildItf, [&] { *sKey = ToBstr(core_->Key()); });
 }
 
 HRESULT OutlookItemsObject::ResetParentPtr() noexcept {
-  return NotImplemented(kChildItf, u"OutlookItems.IChild_ResetParentPtr");
+  return Boundary(kChildItf, [&] { core_->ResetParentPtr(); });
 }
 
 // IProvideClassInfo ------------------------------------------------------

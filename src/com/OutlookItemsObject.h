@@ -1,20 +1,22 @@
 #pragma once
 
+#include <memory>
+
 #include "com/ComObject.h"
 #include "com/Tandrel4_h.h"
+#include "model/OutlookItems.h"
 
 namespace t4::com {
 
-// COM face of the collection of the Outlook items read. Answers _OutlookItems (default)
-// and _IChild.
-// Not wired to the core's OutlookItems yet: every member answers E_NOTIMPL
-// ("Not implemented yet: ...") until it is. The class is not creatable and
-// no public member hands one out yet.
+// COM face of t4::OutlookItems, the items read. Answers _OutlookItems
+// (default) and _IChild; handed out by Application.OutlookItems through the
+// identity map.
 class OutlookItemsObject final : public ComObject<OutlookItemsObject, DispatchImpl<_OutlookItems>,
                                                   DispatchImpl<_IChild>, IProvideClassInfo> {
  public:
-  // A wrapper without core object (tests of the pending members).
-  static HRESULT Create(REFIID iid, void** object) noexcept;
+  using DefaultInterface = _OutlookItems;
+
+  explicit OutlookItemsObject(std::shared_ptr<t4::OutlookItems> core) noexcept;
 
   // _OutlookItems
   HRESULT STDMETHODCALLTYPE get_Changed(VARIANT_BOOL* bChanged) noexcept override;
@@ -29,6 +31,11 @@ class OutlookItemsObject final : public ComObject<OutlookItemsObject, DispatchIm
 
   // IProvideClassInfo
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
+
+  const std::shared_ptr<t4::OutlookItems>& Core() const noexcept { return core_; }
+
+ private:
+  std::shared_ptr<t4::OutlookItems> core_;
 };
 
 }  // namespace t4::com

@@ -1,5 +1,7 @@
 #include "com/Variants.h"
 
+#include <cmath>
+#include <limits>
 #include <new>
 
 #include "support/RunTimeError.h"
@@ -20,7 +22,99 @@ void Coerce(const VARIANT& value, VARIANT* result, VARTYPE type) {
   throw RunTimeError::Make(RunTimeError::kTypeMismatch);
 }
 
+// Positions are 64-bit in the core; a number beyond that names nothing.
+std::optional<ItemIndex> PositionOf(double value) {
+  if (!std::isfinite(value)) return std::nullopt;
+  const double rounded = RoundHalfEven(value);
+  // 2^63 is exactly representable; anything at or beyond it does not fit.
+  constexpr double kLimit = 9223372036854775808.0;
+  if (rounded >= kLimit || rounded < -kLimit) return std::nullopt;
+  return ItemIndex::Position(static_cast<int64_t>(rounded));
+}
+
+// An object index stands for its default value, read at most this often in
+// a row (an object whose default value is again an object names nothing).
+constexpr int kDefaultValueDepth = 1;
+
+std::optional<ItemIndex> IndexAt(const VARIANT& index, int depth) {
+  // A typed reference (VT_BYREF|VT_I4, ...) is read into a plain value.
+  ScopedVariant direct;
+  if (FAILED(::VariantCopyInd(direct.get(), const_cast<VARIANT*>(&Deref(index))))) {
+    return std::nullopt;
+  }
+  const VARIANT& v = *direct;
+  switch (V_VT(&v)) {
+    case VT_BSTR:
+      return ItemIndex::Key(FromBstr(V_BSTR(&v)));
+    case VT_I1:
+      return ItemIndex::Position(V_I1(&v));
+    case VT_I2:
+      return ItemIndex::Position(V_I2(&v));
+    case VT_I4:
+      return ItemIndex::Position(V_I4(&v));
+    case VT_INT:
+      return ItemIndex::Position(V_INT(&v));
+    case VT_I8:
+      return ItemIndex::Position(V_I8(&v));
+    case VT_UI1:
+      return ItemIndex::Position(V_UI1(&v));
+    case VT_UI2:
+      return ItemIndex::Position(V_UI2(&v));
+    case VT_UI4:
+      return ItemIndex::Position(V_UI4(&v));
+    case VT_UINT:
+      return ItemIndex::Position(V_UINT(&v));
+    case VT_UI8:
+      if (V_UI8(&v) > static_cast<ULONGLONG>(std::numeric_limits<int64_t>::max())) {
+        return std::nullopt;
+      }
+      return ItemIndex::Position(static_cast<int64_t>(V_UI8(&v)));
+    case VT_BOOL:
+      return ItemIndex::Position(V_BOOL(&v) != VARIANT_FALSE ? -1 : 0);
+    case VT_R4:
+      return PositionOf(V_R4(&v));
+    case VT_R8:
+      return PositionOf(V_R8(&v));
+    case VT_CY:
+    case VT_DECIMAL: {
+      // Exact enough: any value near a half is representable as a double.
+      double number = 0;
+      if (V_VT(&v) == VT_CY
+              ? FAILED(::VarR8FromCy(V_CY(&v), &number))
+              : FAILED(::VarR8FromDec(const_cast<DECIMAL*>(&V_DECIMAL(&v)), &number))) {
+        return std::nullopt;
+      }
+      return PositionOf(number);
+    }
+    case VT_DISPATCH: {
+      IDispatch* object = V_DISPATCH(&v);
+      if (object == nullptr || depth >= kDefaultValueDepth) return std::nullopt;
+      DISPPARAMS none = {nullptr, nullptr, 0, 0};
+      ScopedVariant value;
+      const HRESULT hr = object->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT,
+                                        DISPATCH_PROPERTYGET | DISPATCH_METHOD, &none, value.get(),
+                                        nullptr, nullptr);
+      if (FAILED(hr)) return std::nullopt;
+      return IndexAt(*value, depth + 1);
+    }
+    default:
+      return std::nullopt;
+  }
+}
+
 }  // namespace
+
+double RoundHalfEven(double value) noexcept {
+  const double floor = std::floor(value);
+  const double fraction = value - floor;
+  if (fraction > 0.5) return floor + 1;
+  if (fraction < 0.5) return floor;
+  return std::fmod(floor, 2.0) == 0 ? floor : floor + 1;
+}
+
+std::optional<ItemIndex> IndexOf(const VARIANT& index) {
+  return IndexAt(index, 0);
+}
 
 const VARIANT& Deref(const VARIANT& value) noexcept {
   const VARIANT* current = &value;

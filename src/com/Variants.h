@@ -4,8 +4,11 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "model/ItemIndex.h"
 
 namespace t4::com {
 
@@ -51,6 +54,25 @@ bool BoolOf(const VARIANT& value);
 std::u16string OptionalText(const VARIANT& value, std::u16string_view fallback);
 int32_t OptionalLong(const VARIANT& value, int32_t fallback);
 bool OptionalBool(const VARIANT& value, bool fallback);
+
+// The index a host passes to Item, Delete, Member or CategoriesRemove, read
+// the way the classic automation collection reads it:
+//   - any number (VT_I1..VT_UI8, VT_INT, VT_UINT, VT_R4, VT_R8, VT_CY,
+//     VT_DECIMAL, VT_BOOL) is a 1-based position, rounded half to even
+//     (2.5 -> 2, 3.5 -> 4); True is -1 and so names nothing;
+//   - a string is a key, the decimal text of an ID;
+//   - an object stands for its default value (DISPID_VALUE), which is read
+//     once and then taken as above, as Visual Basic does with rs("ID");
+//   - Empty, Null, a missing argument, a date, an error value, an array, an
+//     object without a default value, or a number outside the 64-bit range
+//     name nothing: the result is empty and the member answers Nothing (or
+//     does nothing) without raising, like every read of a missing index.
+// References (VT_BYREF, also a script variable) are read through first.
+std::optional<ItemIndex> IndexOf(const VARIANT& index);
+
+// Rounds half to even ("banker's rounding", what VariantChangeType and
+// Visual Basic's CLng do); independent of the FPU's rounding mode.
+double RoundHalfEven(double value) noexcept;
 
 // Writes `value` into a by-reference argument: into the VARIANT that a
 // VT_BYREF|VT_VARIANT points at, through a typed reference (converted to

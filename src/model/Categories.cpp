@@ -101,7 +101,9 @@ std::shared_ptr<Category> Categories::Add(std::u16string& name, bool inMasterlis
     auto category = std::make_shared<Category>();
     category->SetParent(weak_from_this());
     category->SetInitializing(true);
-    category->SetID(nextId_);
+    // The ID is handed out here, before anything can fail, so it is never
+    // given twice even when a later step of this Add fails.
+    category->SetID(nextId_++);
     // The duplicate test above ran on the name as given, so "Büro" can be
     // added beside an existing "Buero"; intended.
     if (!importing_) modData::TransliterateForLanguage(name);
@@ -116,7 +118,6 @@ std::shared_ptr<Category> Categories::Add(std::u16string& name, bool inMasterlis
     if (filtered_) filtered_->Add(category->ID(), category);
     SetChanged(true);
     if (!isReading_) AddAction(category, Action::kAdded);
-    ++nextId_;
     if (!isReading_) {
       category->SetChanged(true);
       RaiseItemAdd(category);

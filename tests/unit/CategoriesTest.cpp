@@ -179,3 +179,22 @@ TEST_F(CategoriesTest, SubscribersMayLeaveDuringAnEvent) {
 
 }  // namespace
 }  // namespace t4
+
+namespace t4 {
+namespace {
+
+TEST(CategoriesUnlinked, AFailedAddNeverHandsItsIdOutAgain) {
+  // A collection without an owner cannot journal: Add fails after the
+  // category took its ID, and the next Add must not get the same ID.
+  auto cats = std::make_shared<Categories>();
+  EXPECT_THROW(cats->Add(u"a", true), Error);
+  EXPECT_THROW(cats->Add(u"b", true), Error);
+  std::shared_ptr<Category> a;
+  std::shared_ptr<Category> b;
+  ASSERT_TRUE(cats->NameExist(u"a", a));
+  ASSERT_TRUE(cats->NameExist(u"b", b));
+  EXPECT_NE(a->ID(), b->ID());
+}
+
+}  // namespace
+}  // namespace t4

@@ -1,8 +1,9 @@
-' Tandrel4.Application from VBScript: creation, the language view and the
-' members that are not built yet. Prints PASS/FAIL lines and a SUMMARY.
+' Tandrel4.Application from VBScript: creation, the language view, the
+' members that forward to the core and those that are not built yet.
+' Prints PASS/FAIL lines and a SUMMARY.
 Option Explicit
 
-Const EXPECTED_CHECKS = 71
+Const EXPECTED_CHECKS = 62
 Dim passed, failed
 passed = 0
 failed = 0
@@ -90,55 +91,69 @@ Err.Clear
 value = app.LanguageID
 Check Err.Number = 438, "LanguageID is not on the default interface", Err.Number
 
-' Members not built yet.
+' Members whose behaviour comes with reading and saving: not built yet.
 Err.Clear
 app.ReadMasterlist
 CheckPending "ReadMasterlist", Err.Number, Err.Description, "Application.ReadMasterlist"
 Check Err.Source = "Tandrel4", "error source is Tandrel4", Err.Source
 Err.Clear
-value = app.BatchMode
-CheckPending "BatchMode get", Err.Number, Err.Description, "Application.BatchMode"
-Err.Clear
-app.BatchMode = True
-CheckPending "BatchMode let", Err.Number, Err.Description, "Application.BatchMode"
-Err.Clear
-Set value = app.Categories
-CheckPending "Categories", Err.Number, Err.Description, "Application.Categories"
-Err.Clear
-value = app.Changed
-CheckPending "Changed", Err.Number, Err.Description, "Application.Changed"
-Err.Clear
 app.Initialize Nothing
 CheckPending "Initialize", Err.Number, Err.Description, "Application.Initialize"
-Err.Clear
-Set value = app.OutlookItems
-CheckPending "OutlookItems", Err.Number, Err.Description, "Application.OutlookItems"
 ' The folder list is passed by reference (a script variable).
 Set list = Nothing
 Err.Clear
 app.ReadItems list
 CheckPending "ReadItems", Err.Number, Err.Description, "Application.ReadItems"
 Err.Clear
-app.Redo
-CheckPending "Redo", Err.Number, Err.Description, "Application.Redo"
-Err.Clear
-value = app.RedoIsPossible
-CheckPending "RedoIsPossible", Err.Number, Err.Description, "Application.RedoIsPossible"
-Err.Clear
-value = app.RulesSupported
-CheckPending "RulesSupported", Err.Number, Err.Description, "Application.RulesSupported"
-Err.Clear
 app.SaveChanges
 CheckPending "SaveChanges", Err.Number, Err.Description, "Application.SaveChanges"
+
+' Members that forward to the core, on a fresh object (the category model
+' itself is tested by categories.vbs).
+Dim cats, cats2, items
 Err.Clear
-app.Terminate
-CheckPending "Terminate", Err.Number, Err.Description, "Application.Terminate"
+value = app.BatchMode
+Check Err.Number = 0 And value = False And VarType(value) = vbBoolean, "BatchMode is False at first", Err.Description
+app.BatchMode = True
+Check app.BatchMode = True, "BatchMode let True", app.BatchMode
+app.BatchMode = False
+Check app.BatchMode = False, "BatchMode let False", app.BatchMode
+Set cats = app.Categories
+Check Err.Number = 0 And IsObject(cats), "Categories is an object", Err.Description
+value = TypeName(cats)
+Check value = "Categories" Or value = "_Categories", "TypeName of Categories", value
+Set cats2 = app.Categories
+Check cats Is cats2, "Categories is the same object while held", ""
+Check cats.Count = 0, "a fresh Categories is empty", cats.Count
+Set items = app.OutlookItems
+Check Err.Number = 0 And IsObject(items), "OutlookItems is an object", Err.Description
+Check items.Count = 0, "a fresh OutlookItems is empty", items.Count
+Check app.Changed = False, "Changed is False at first", app.Changed
+Check app.UndoIsPossible = False, "UndoIsPossible is False at first", app.UndoIsPossible
+Check app.RedoIsPossible = False, "RedoIsPossible is False at first", app.RedoIsPossible
+Check app.RulesSupported = False, "RulesSupported is False without Outlook 2007", app.RulesSupported
 Err.Clear
 app.Undo
-CheckPending "Undo", Err.Number, Err.Description, "Application.Undo"
+Check Err.Number = 0, "Undo with nothing to undo does nothing", Err.Description
+app.Redo
+Check Err.Number = 0, "Redo with nothing to redo does nothing", Err.Description
+cats.Add "Work", True
+Check app.Changed = True And app.UndoIsPossible = True, "an Add changes the Application and can be undone", ""
+app.Undo
+Check cats.Count = 0 And app.RedoIsPossible = True, "Undo takes the Add back", cats.Count
+
+app1.Terminate
+Check Err.Number = 0, "Terminate", Err.Description
+Check app1.Categories Is Nothing, "Categories after Terminate is Nothing", ""
+Check app1.OutlookItems Is Nothing, "OutlookItems after Terminate is Nothing", ""
+Check app1.UndoIsPossible = False And app1.Changed = False, "getters after Terminate read False", ""
 Err.Clear
-value = app.UndoIsPossible
-CheckPending "UndoIsPossible", Err.Number, Err.Description, "Application.UndoIsPossible"
+app1.Undo
+Check Err.Number = 91, "Undo after Terminate raises 91", Err.Number
+Check Err.Source = "Tandrel4; Tandrel4.Application.Undo (0)", "its source names Application.Undo", Err.Source
+Err.Clear
+app1.Terminate
+Check Err.Number = 0, "Terminate twice is harmless", Err.Description
 
 ' The object stays usable after errors.
 Err.Clear
@@ -147,6 +162,9 @@ Check app.ToILanguage.LanguageID = 1031, "Application works after errors", Err.D
 Set lang = Nothing
 Set lang2 = Nothing
 Set other = Nothing
+Set cats = Nothing
+Set cats2 = Nothing
+Set items = Nothing
 Set app = Nothing
 Set app1 = Nothing
 Check Err.Number = 0, "objects released", Err.Description

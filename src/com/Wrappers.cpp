@@ -1,0 +1,56 @@
+#include "com/Wrappers.h"
+
+#include "com/CategoriesObject.h"
+#include "com/CategoryObject.h"
+#include "com/IdentityMap.h"
+#include "com/OutlookItemObject.h"
+#include "com/OutlookItemsObject.h"
+#include "support/RunTimeError.h"
+
+namespace t4::com {
+
+namespace {
+
+template <class Wrapper, class Core>
+typename Wrapper::DefaultInterface* WrapCore(const std::shared_ptr<Core>& core) {
+  if (!core) return nullptr;
+  IUnknown* identity = IdentityMap::FindOrCreate(core.get(), [&]() -> IUnknown* {
+    auto* created = new Wrapper(core);
+    created->BindIdentity(core.get());
+    return created->Identity();
+  });
+  // The identity is the default interface (ComObject::Identity).
+  return static_cast<typename Wrapper::DefaultInterface*>(identity);
+}
+
+}  // namespace
+
+_Categories* Wrap(const std::shared_ptr<t4::Categories>& core) {
+  return WrapCore<CategoriesObject>(core);
+}
+
+_Category* Wrap(const std::shared_ptr<t4::Category>& core) {
+  return WrapCore<CategoryObject>(core);
+}
+
+_OutlookItems* Wrap(const std::shared_ptr<t4::OutlookItems>& core) {
+  return WrapCore<OutlookItemsObject>(core);
+}
+
+_OutlookItem* Wrap(const std::shared_ptr<t4::OutlookItem>& core) {
+  return WrapCore<OutlookItemObject>(core);
+}
+
+std::shared_ptr<t4::Category> CoreOf(_Category* category) {
+  if (category == nullptr) return nullptr;
+  ICategoryCore* own = nullptr;
+  if (FAILED(category->QueryInterface(__uuidof(ICategoryCore), reinterpret_cast<void**>(&own))) ||
+      own == nullptr) {
+    throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+  }
+  std::shared_ptr<t4::Category> core = own->CoreCategory();
+  own->Release();
+  return core;
+}
+
+}  // namespace t4::com
