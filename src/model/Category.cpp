@@ -28,6 +28,11 @@ bool Category::Replaying() const {
   return App()->Replaying();
 }
 
+bool Category::ReplayingUnder(const Categories& parent) {
+  auto app = parent.Parent();
+  return app && app->Replaying();
+}
+
 void Category::RaiseChange() {
   RunTimeError::Require(Parent())->RaiseItemChange(shared_from_this());
 }
@@ -182,7 +187,7 @@ void Category::AddMember(const std::shared_ptr<OutlookItem>& item) {
     if (membersFiltered_ && !membersFiltered_->Add(item->ID(), item)) failed = true;
     const bool reading = parent && parent->IsReading();
     if (!reading) SetChanged(true);
-    if (!failed && parent && (!reading || Replaying())) {
+    if (!failed && parent && (!reading || ReplayingUnder(*parent))) {
       parent->RaiseMemberAdd(shared_from_this(), item);
     }
   } catch (...) {
@@ -198,7 +203,7 @@ void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item) {
     if (membersFiltered_ && !membersFiltered_->Remove(item->ID())) failed = true;
     const bool reading = parent && parent->IsReading();
     if (!reading) SetChanged(true);
-    if (!failed && parent && (!reading || Replaying())) {
+    if (!failed && parent && (!reading || ReplayingUnder(*parent))) {
       parent->RaiseMemberRemove(shared_from_this(), item);
     }
   } catch (...) {

@@ -99,6 +99,7 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   void AddAction(const std::u16string& property, PropertyValue oldValue);
   std::shared_ptr<Application> App() const;
   bool Replaying() const;
+  static bool ReplayingUnder(const Categories& parent);
   void RaiseChange();
 
   std::weak_ptr<Categories> parent_;

@@ -67,20 +67,34 @@ void OutlookItem::SetChanged(bool value) {
   }
 }
 
-bool OutlookItem::JournalSuppressedByOwners() const {
-  auto parent = Parent();
-  if (!parent || parent->IsReading()) return true;
-  auto app = parent->Parent();
-  return !app || app->Replaying();
+OutlookItem::Owners OutlookItem::ResolveOwners() const {
+  Owners owners;
+  owners.items = Parent();
+  if (owners.items) owners.app = owners.items->Parent();
+  if (owners.app) owners.cats = owners.app->Categories();
+  return owners;
 }
 
-void OutlookItem::AddAction(int32_t categoryId, int32_t kind) {
+bool OutlookItem::Owners::JournalSuppressed() const {
+  return !items || items->IsReading() || !app || app->Replaying();
+}
+
+std::shared_ptr<Category> OutlookItem::Owners::Default() const {
+  return cats ? cats->DefaultCategory(true) : nullptr;
+}
+
+void OutlookItem::MarkChanged(const Owners& owners) {
+  changed_ = true;
+  if (owners.items) owners.items->SetChanged(true);
+}
+
+void OutlookItem::AddAction(const Owners& owners, int32_t categoryId, int32_t kind) {
   if (suppressJournal_) return;
   auto action = std::make_shared<Action>();
   action->Kind = kind;
   action->ItemID = id_;
   action->CategoryID = categoryId;
-  RunTimeError::Require(App()->Journal())->Add(std::move(action));
+  RunTimeError::Require(RunTimeError::Require(owners.app)->Journal())->Add(std::move(action));
 }
 
 void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category) {
@@ -89,15 +103,18 @@ void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category) {
   const bool wasEmpty = categories_.empty();
   if (categories_.Contains(id)) return;
   categories_.push_back(id);
+  // The owners stay alive until the edit is done, whatever an event
+  // subscriber does meanwhile.
+  const Owners owners = ResolveOwners();
   auto self = shared_from_this();
-  SetChanged(true);
+  MarkChanged(owners);
   Ignoring([&] {
-    if (!JournalSuppressedByOwners()) AddAction(id, Action::kAdded);
+    if (!owners.JournalSuppressed()) AddAction(owners, id, Action::kAdded);
   });
   Ignoring([&] { category->AddMember(self); });
   if (wasEmpty && !moving_) {
     Ignoring([&] {
-      if (auto def = Cats()->DefaultCategory(true)) def->RemoveMember(self);
+      if (auto def = owners.Default()) def->RemoveMember(self);
     });
   }
 }
@@ -121,17 +138,20 @@ void OutlookItem::RemoveAt(size_t at) {
   if (at >= categories_.size()) return;
   const int32_t id = categories_[at];
   categories_.EraseAt(at);
+  const Owners owners = ResolveOwners();
   auto self = shared_from_this();
-  SetChanged(true);
+  MarkChanged(owners);
   Ignoring([&] {
-    if (!JournalSuppressedByOwners()) AddAction(id, Action::kRemoved);
+    if (!owners.JournalSuppressed()) AddAction(owners, id, Action::kRemoved);
   });
   Ignoring([&] {
-    if (auto category = Cats()->ItemById(id, true)) category->RemoveMember(self);
+    if (auto category = owners.cats ? owners.cats->ItemById(id, true) : nullptr) {
+      category->RemoveMember(self);
+    }
   });
   if (!moving_ && categories_.empty()) {
     Ignoring([&] {
-      if (auto def = Cats()->DefaultCategory(true)) def->AddMember(self);
+      if (auto def = owners.Default()) def->AddMember(self);
     });
   }
 }

@@ -81,9 +81,19 @@ class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookIt
   void Reattach(const std::shared_ptr<Category>& category);
 
  private:
+  // The owners an edit needs, looked up once per edit (each lookup goes
+  // through a weak link); any of them may be missing once unlinked.
+  struct Owners {
+    std::shared_ptr<OutlookItems> items;
+    std::shared_ptr<Application> app;
+    std::shared_ptr<Categories> cats;
+    bool JournalSuppressed() const;
+    std::shared_ptr<Category> Default() const;
+  };
+  Owners ResolveOwners() const;
+  void MarkChanged(const Owners& owners);
   void RemoveAt(size_t at);
-  void AddAction(int32_t categoryId, int32_t kind);
-  bool JournalSuppressedByOwners() const;
+  void AddAction(const Owners& owners, int32_t categoryId, int32_t kind);
   std::shared_ptr<Application> App() const;
   std::shared_ptr<Categories> Cats() const;
 
