@@ -45,13 +45,53 @@ For Each n In folders.Keys
   End If
 Next
 
+' Categories: add, edit, undo and redo, as a front end would. (Reading
+' Outlook's own master list needs Outlook; here the list is made by hand.)
+Dim cats, work, personal, travel, c
+Set cats = app.Categories
+Set work = cats.Add("Projekt A", True, "", 5, 1)
+Set personal = cats.Add("Privat", True)
+Set travel = cats.Add("Reisen", False)
+WScript.Echo "Categories: " & cats.Count
+For Each c In cats
+  WScript.Echo "  [" & c.ID & "] " & c.Name & ", colour " & c.Color & _
+    IIf(c.InMasterlist, ", in the master list", "")
+Next
+
+work.Name = "Projekt Alpha"
+work.Color = 9
+WScript.Echo "Renamed to '" & work.Name & "', colour " & work.Color
+app.Undo
+WScript.Echo "Undo: colour " & work.Color
+app.Undo
+WScript.Echo "Undo: name '" & work.Name & "'"
+app.Redo
+WScript.Echo "Redo: name '" & work.Name & "'"
+
+app.BatchMode = True
+cats.Delete CStr(personal.ID)
+cats.Delete CStr(travel.ID)
+app.BatchMode = False
+WScript.Echo "Deleted two in one batch: " & cats.Count & " left"
+app.Undo
+WScript.Echo "One undo brings both back: " & cats.Count & ", " & cats(CStr(personal.ID)).Name & _
+  " and " & cats(CStr(travel.ID)).Name
+
 ' Errors arrive with a number, a description and the trail of procedures.
 On Error Resume Next
+work.Name = "privat"
+If Err.Number <> 0 Then
+  WScript.Echo "Renaming '" & work.Name & "' to 'privat': error &H" & Hex(Err.Number) & " from " & Err.Source
+  WScript.Echo "  " & Replace(Err.Description, vbCrLf, " / ")
+End If
+Err.Clear
 app.ReadMasterlist
 If Err.Number <> 0 Then
   WScript.Echo "ReadMasterlist: error &H" & Hex(Err.Number) & ": " & Err.Description
 End If
 On Error GoTo 0
+
+app.Terminate
 
 Set app = Nothing
 WScript.Echo "Done."

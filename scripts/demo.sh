@@ -11,6 +11,9 @@ cmake --preset mingw64 >/dev/null
 cmake --build --preset mingw64 -j "$(nproc 2>/dev/null || echo 2)" >/dev/null
 
 export WINEPREFIX="$root/build/mingw64/demo.wineprefix" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+# A fixed locale gives Wine fixed code pages: cscript writes to a pipe in
+# the OEM code page (437), which iconv turns into UTF-8 below.
+export LC_ALL=C.UTF-8
 rm -rf "$WINEPREFIX"
 wineboot -i >/dev/null 2>&1
 work="$WINEPREFIX/drive_c/tandrel4-demo"
@@ -23,7 +26,7 @@ sed -i 's/\r*$/\r/' demo.vbs folders.csv
 echo "== regsvr32 Tandrel4.dll"
 wine regsvr32 /s Tandrel4.dll
 echo "== cscript demo.vbs folders.csv"
-out=$(wine cscript //nologo demo.vbs folders.csv | tr -d '\r')
+out=$(wine cscript //nologo demo.vbs folders.csv | tr -d '\r' | iconv -f CP437 -t UTF-8)
 echo "$out"
 echo "== regsvr32 /u Tandrel4.dll"
 wine regsvr32 /u /s Tandrel4.dll
