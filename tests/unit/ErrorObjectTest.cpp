@@ -23,14 +23,19 @@ class FixedClockShell : public IShellPort {
   std::u16string NowShortDateTime() override { return u"22.11.2026 03:04:05"; }
 };
 
-TEST(ErrorObject, FreshObjectIsEmpty) {
-  ErrorObject e;
+// The six fields of an object that holds no error.
+void ExpectEmpty(const ErrorObject& e) {
   EXPECT_EQ(e.Number(), 0);
   EXPECT_EQ(e.Source(), u"");
   EXPECT_EQ(e.Description(), u"");
   EXPECT_EQ(e.HelpContext(), 0);
   EXPECT_EQ(e.HelpFile(), u"");
   EXPECT_EQ(e.LastDLLError(), 0);
+}
+
+TEST(ErrorObject, FreshObjectIsEmpty) {
+  ErrorObject e;
+  ExpectEmpty(e);
 }
 
 TEST(ErrorObject, FieldsAreReadWrite) {
@@ -48,12 +53,7 @@ TEST(ErrorObject, FieldsAreReadWrite) {
   EXPECT_EQ(e.HelpFile(), u"h.chm");
   EXPECT_EQ(e.LastDLLError(), 3);
   e.Clear();
-  EXPECT_EQ(e.Number(), 0);
-  EXPECT_EQ(e.Source(), u"");
-  EXPECT_EQ(e.Description(), u"");
-  EXPECT_EQ(e.HelpContext(), 0);
-  EXPECT_EQ(e.HelpFile(), u"");
-  EXPECT_EQ(e.LastDLLError(), 0);
+  ExpectEmpty(e);
 }
 
 TEST(ErrorObject, CaptureTakesOverTheCurrentErrorAndAppendsTheLabel) {
