@@ -13,7 +13,6 @@ namespace t4::com {
 namespace {
 
 const IID& kItf = IID__Categories;
-const IID& kChildItf = IID__IChild;
 
 // Dispatch ids of the source interface __Categories (Tandrel4.idl).
 enum : DISPID {
@@ -257,22 +256,6 @@ HRESULT CategoriesObject::SetFilter(LONG FilterCategories, LONG FilterTypes,
     core_->SetFilter(FilterCategories, FilterTypes, static_cast<int32_t>(FilterMember),
                      static_cast<int32_t>(FilterMasterlist));
   });
-}
-
-// _IChild ----------------------------------------------------------------
-
-HRESULT CategoriesObject::Init(LONG lParentPtr, VARIANT sKey) noexcept {
-  return Boundary(kChildItf, [&] { core_->Init(lParentPtr, OptionalText(sKey, u"")); });
-}
-
-HRESULT CategoriesObject::get_Key(BSTR* sKey) noexcept {
-  if (sKey == nullptr) return E_POINTER;
-  *sKey = nullptr;
-  return Boundary(kChildItf, [&] { *sKey = ToBstr(core_->Key()); });
-}
-
-HRESULT CategoriesObject::ResetParentPtr() noexcept {
-  return Boundary(kChildItf, [&] { core_->ResetParentPtr(); });
 }
 
 // IConnectionPointContainer ----------------------------------------------

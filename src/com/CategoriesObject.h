@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "com/ChildImpl.h"
 #include "com/ComObject.h"
 #include "com/ConnectionPoint.h"
 #include "com/Tandrel4_h.h"
@@ -21,7 +22,7 @@ namespace t4::com {
 // core event into IDispatch::Invoke on every advised sink, with the
 // identity-mapped wrappers of the objects as arguments.
 class CategoriesObject final
-    : public ComObject<CategoriesObject, DispatchImpl<_Categories>, DispatchImpl<_IChild>,
+    : public ComObject<CategoriesObject, DispatchImpl<_Categories>, ChildImpl<CategoriesObject>,
                        IConnectionPointContainer, IProvideClassInfo2> {
  public:
   using DefaultInterface = _Categories;
@@ -63,11 +64,6 @@ class CategoriesObject final
   HRESULT STDMETHODCALLTYPE SetFilter(LONG FilterCategories, LONG FilterTypes,
                                       ::cmFilterMember FilterMember,
                                       ::cmFilterMasterlist FilterMasterlist) noexcept override;
-
-  // _IChild
-  HRESULT STDMETHODCALLTYPE Init(LONG lParentPtr, VARIANT sKey) noexcept override;
-  HRESULT STDMETHODCALLTYPE get_Key(BSTR* sKey) noexcept override;
-  HRESULT STDMETHODCALLTYPE ResetParentPtr() noexcept override;
 
   // IConnectionPointContainer
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) noexcept override;

@@ -12,7 +12,6 @@ namespace t4::com {
 namespace {
 
 const IID& kItf = IID__Category;
-const IID& kChildItf = IID__IChild;
 
 }  // namespace
 
@@ -103,22 +102,6 @@ HRESULT CategoryObject::get_ShortCut(LONG* lShortCut) noexcept {
 
 HRESULT CategoryObject::put_ShortCut(LONG lShortCut) noexcept {
   return Boundary(kItf, [&] { core_->SetShortCut(lShortCut); });
-}
-
-// _IChild ----------------------------------------------------------------
-
-HRESULT CategoryObject::Init(LONG lParentPtr, VARIANT sKey) noexcept {
-  return Boundary(kChildItf, [&] { core_->Init(lParentPtr, OptionalText(sKey, u"")); });
-}
-
-HRESULT CategoryObject::get_Key(BSTR* sKey) noexcept {
-  if (sKey == nullptr) return E_POINTER;
-  *sKey = nullptr;
-  return Boundary(kChildItf, [&] { *sKey = ToBstr(core_->Key()); });
-}
-
-HRESULT CategoryObject::ResetParentPtr() noexcept {
-  return Boundary(kChildItf, [&] { core_->ResetParentPtr(); });
 }
 
 // IProvideClassInfo ------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "com/ChildImpl.h"
 #include "com/ComObject.h"
 #include "com/Tandrel4_h.h"
 #include "model/Category.h"
@@ -26,7 +27,7 @@ namespace t4::com {
 // Handed out through the identity map (Wrap in Wrappers.h) by Categories,
 // the events and OutlookItem; never created by a client.
 class CategoryObject final
-    : public ComObject<CategoryObject, DispatchImpl<_Category>, DispatchImpl<_IChild>,
+    : public ComObject<CategoryObject, DispatchImpl<_Category>, ChildImpl<CategoryObject>,
                        IProvideClassInfo, ICategoryCore> {
  public:
   using DefaultInterface = _Category;
@@ -49,11 +50,6 @@ class CategoryObject final
   HRESULT STDMETHODCALLTYPE get_NewEnum(VARIANT IgnoreFilter, IUnknown** oEnum) noexcept override;
   HRESULT STDMETHODCALLTYPE get_ShortCut(LONG* lShortCut) noexcept override;
   HRESULT STDMETHODCALLTYPE put_ShortCut(LONG lShortCut) noexcept override;
-
-  // _IChild
-  HRESULT STDMETHODCALLTYPE Init(LONG lParentPtr, VARIANT sKey) noexcept override;
-  HRESULT STDMETHODCALLTYPE get_Key(BSTR* sKey) noexcept override;
-  HRESULT STDMETHODCALLTYPE ResetParentPtr() noexcept override;
 
   // IProvideClassInfo
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "com/ComModule.h"
+#include "com/EnumeratorBase.h"
 
 namespace t4::com {
 
@@ -80,68 +80,49 @@ HRESULT ConnectionPoint::Unadvise(DWORD cookie) noexcept {
 
 namespace {
 
-// IEnumConnections over the sinks connected when it was made; it holds a
-// reference on each, so a sink unadvised meanwhile is still safe to hand out.
-class ConnectionEnum final : public IEnumConnections {
+// The reference-counted object behind each element of the two enumerators.
+IUnknown* Held(const CONNECTDATA& connection) noexcept {
+  return connection.pUnk;
+}
+IUnknown* Held(IConnectionPoint* point) noexcept {
+  return point;
+}
+
+// An IEnumConnections or IEnumConnectionPoints over the elements it was made
+// with; it holds a reference on each, so that one released by its owner
+// meanwhile (a sink unadvised, say) is still safe to hand out. Next gives the
+// caller a reference of its own on each element it returns.
+template <class Interface, class Element>
+class HeldListEnum final : public EnumeratorBase<HeldListEnum<Interface, Element>, Interface> {
+  using Base = EnumeratorBase<HeldListEnum<Interface, Element>, Interface>;
+  friend Base;
+  using Base::position_;
+
  public:
-  ConnectionEnum(std::vector<CONNECTDATA> connections, size_t position) noexcept
-      : connections_(std::move(connections)), position_(position) {
-    for (const CONNECTDATA& c : connections_) c.pUnk->AddRef();
-    ComModule::ObjectCreated();
+  HeldListEnum(std::vector<Element> elements, size_t position) noexcept
+      : Base(position), elements_(std::move(elements)) {
+    for (const Element& e : elements_) Held(e)->AddRef();
   }
-  ~ConnectionEnum() {
-    for (const CONNECTDATA& c : connections_) c.pUnk->Release();
-    ComModule::ObjectDestroyed();
+  ~HeldListEnum() {
+    for (const Element& e : elements_) Held(e)->Release();
   }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) noexcept override {
-    if (object == nullptr) return E_POINTER;
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IEnumConnections)) {
-      AddRef();
-      *object = static_cast<IEnumConnections*>(this);
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() noexcept override {
-    return static_cast<ULONG>(::InterlockedIncrement(&refs_));
-  }
-  ULONG STDMETHODCALLTYPE Release() noexcept override {
-    const ULONG n = static_cast<ULONG>(::InterlockedDecrement(&refs_));
-    if (n == 0) delete this;
-    return n;
-  }
-
-  HRESULT STDMETHODCALLTYPE Next(ULONG count, CONNECTDATA* data, ULONG* fetched) noexcept override {
-    if (data == nullptr || (count > 1 && fetched == nullptr)) return E_POINTER;
+  HRESULT STDMETHODCALLTYPE Next(ULONG count, Element* out, ULONG* fetched) noexcept override {
+    if (out == nullptr || (count > 1 && fetched == nullptr)) return E_POINTER;
     ULONG n = 0;
-    while (n < count && position_ < connections_.size()) {
-      data[n] = connections_[position_++];
-      data[n].pUnk->AddRef();  // the caller's reference
+    while (n < count && position_ < elements_.size()) {
+      out[n] = elements_[position_++];
+      Held(out[n])->AddRef();  // the caller's reference
       ++n;
     }
     if (fetched != nullptr) *fetched = n;
     return n == count ? S_OK : S_FALSE;
   }
-  HRESULT STDMETHODCALLTYPE Skip(ULONG count) noexcept override {
-    const size_t left = connections_.size() - position_;
-    if (count > left) {
-      position_ = connections_.size();
-      return S_FALSE;
-    }
-    position_ += count;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE Reset() noexcept override {
-    position_ = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE Clone(IEnumConnections** clone) noexcept override {
+  HRESULT STDMETHODCALLTYPE Clone(Interface** clone) noexcept override {
     if (clone == nullptr) return E_POINTER;
     *clone = nullptr;
     try {
-      *clone = new ConnectionEnum(connections_, position_);
+      *clone = new HeldListEnum(elements_, position_);
     } catch (...) {
       return E_OUTOFMEMORY;
     }
@@ -149,10 +130,13 @@ class ConnectionEnum final : public IEnumConnections {
   }
 
  private:
-  LONG refs_ = 1;
-  std::vector<CONNECTDATA> connections_;
-  size_t position_;
+  size_t Size() const noexcept { return elements_.size(); }
+
+  std::vector<Element> elements_;
 };
+
+using ConnectionEnum = HeldListEnum<IEnumConnections, CONNECTDATA>;
+using ConnectionPointEnum = HeldListEnum<IEnumConnectionPoints, IConnectionPoint*>;
 
 }  // namespace
 
@@ -189,83 +173,6 @@ void ConnectionPoint::Raise(DISPID id, DISPPARAMS* params) noexcept {
     target->Release();
   }
 }
-
-namespace {
-
-class ConnectionPointEnum final : public IEnumConnectionPoints {
- public:
-  ConnectionPointEnum(std::vector<IConnectionPoint*> points, size_t position) noexcept
-      : points_(std::move(points)), position_(position) {
-    for (IConnectionPoint* point : points_) point->AddRef();
-    ComModule::ObjectCreated();
-  }
-  ~ConnectionPointEnum() {
-    for (IConnectionPoint* point : points_) point->Release();
-    ComModule::ObjectDestroyed();
-  }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) noexcept override {
-    if (object == nullptr) return E_POINTER;
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IEnumConnectionPoints)) {
-      AddRef();
-      *object = static_cast<IEnumConnectionPoints*>(this);
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() noexcept override {
-    return static_cast<ULONG>(::InterlockedIncrement(&refs_));
-  }
-  ULONG STDMETHODCALLTYPE Release() noexcept override {
-    const ULONG n = static_cast<ULONG>(::InterlockedDecrement(&refs_));
-    if (n == 0) delete this;
-    return n;
-  }
-
-  HRESULT STDMETHODCALLTYPE Next(ULONG count, IConnectionPoint** points,
-                                 ULONG* fetched) noexcept override {
-    if (points == nullptr || (count > 1 && fetched == nullptr)) return E_POINTER;
-    ULONG n = 0;
-    while (n < count && position_ < points_.size()) {
-      points[n] = points_[position_++];
-      points[n]->AddRef();
-      ++n;
-    }
-    if (fetched != nullptr) *fetched = n;
-    return n == count ? S_OK : S_FALSE;
-  }
-  HRESULT STDMETHODCALLTYPE Skip(ULONG count) noexcept override {
-    const size_t left = points_.size() - position_;
-    if (count > left) {
-      position_ = points_.size();
-      return S_FALSE;
-    }
-    position_ += count;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE Reset() noexcept override {
-    position_ = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE Clone(IEnumConnectionPoints** clone) noexcept override {
-    if (clone == nullptr) return E_POINTER;
-    *clone = nullptr;
-    try {
-      *clone = new ConnectionPointEnum(points_, position_);
-    } catch (...) {
-      return E_OUTOFMEMORY;
-    }
-    return S_OK;
-  }
-
- private:
-  LONG refs_ = 1;
-  std::vector<IConnectionPoint*> points_;
-  size_t position_;
-};
-
-}  // namespace
 
 HRESULT EnumerateConnectionPoints(IConnectionPoint* const* points, size_t count,
                                   IEnumConnectionPoints** result) noexcept {

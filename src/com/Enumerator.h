@@ -7,7 +7,7 @@
 #include <new>
 #include <vector>
 
-#include "com/ComModule.h"
+#include "com/EnumeratorBase.h"
 #include "com/Wrappers.h"
 
 namespace t4::com {
@@ -19,7 +19,11 @@ namespace t4::com {
 // deleted meanwhile. Each object reaches the client as its identity-mapped
 // wrapper (VT_DISPATCH), made when Next hands it out.
 template <class Core>
-class SnapshotEnum final : public IEnumVARIANT {
+class SnapshotEnum final : public EnumeratorBase<SnapshotEnum<Core>, IEnumVARIANT> {
+  using Base = EnumeratorBase<SnapshotEnum<Core>, IEnumVARIANT>;
+  friend Base;
+  using Base::position_;
+
  public:
   using Items = std::shared_ptr<const std::vector<std::shared_ptr<Core>>>;
 
@@ -34,25 +38,6 @@ class SnapshotEnum final : public IEnumVARIANT {
       return E_OUTOFMEMORY;
     }
     return S_OK;
-  }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) noexcept override {
-    if (object == nullptr) return E_POINTER;
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IEnumVARIANT)) {
-      AddRef();
-      *object = static_cast<IEnumVARIANT*>(this);
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() noexcept override {
-    return static_cast<ULONG>(::InterlockedIncrement(&refs_));
-  }
-  ULONG STDMETHODCALLTYPE Release() noexcept override {
-    const ULONG n = static_cast<ULONG>(::InterlockedDecrement(&refs_));
-    if (n == 0) delete this;
-    return n;
   }
 
   HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* values, ULONG* fetched) noexcept override {
@@ -75,19 +60,6 @@ class SnapshotEnum final : public IEnumVARIANT {
     if (fetched != nullptr) *fetched = n;
     return n == count ? S_OK : S_FALSE;
   }
-  HRESULT STDMETHODCALLTYPE Skip(ULONG count) noexcept override {
-    const size_t left = items_->size() - position_;
-    if (count > left) {
-      position_ = items_->size();
-      return S_FALSE;
-    }
-    position_ += count;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE Reset() noexcept override {
-    position_ = 0;
-    return S_OK;
-  }
   HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** clone) noexcept override {
     if (clone == nullptr) return E_POINTER;
     *clone = new (std::nothrow) SnapshotEnum(items_, position_);
@@ -96,15 +68,12 @@ class SnapshotEnum final : public IEnumVARIANT {
 
  private:
   // A clone shares the list and starts where its original stands.
-  SnapshotEnum(Items items, size_t position) noexcept
-      : items_(std::move(items)), position_(position) {
-    ComModule::ObjectCreated();
-  }
-  ~SnapshotEnum() { ComModule::ObjectDestroyed(); }
+  SnapshotEnum(Items items, size_t position) noexcept : Base(position), items_(std::move(items)) {}
+  ~SnapshotEnum() = default;
 
-  LONG refs_ = 1;
+  size_t Size() const noexcept { return items_->size(); }
+
   Items items_;
-  size_t position_;
 };
 
 }  // namespace t4::com

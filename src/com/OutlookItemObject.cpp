@@ -15,7 +15,6 @@ namespace t4::com {
 namespace {
 
 const IID& kItf = IID__OutlookItem;
-const IID& kChildItf = IID__IChild;
 
 // Owns a SAFEARRAY until it is handed over.
 class ScopedArray {
@@ -136,22 +135,6 @@ HRESULT OutlookItemObject::MoveToCategory(_Category* Category) noexcept {
 
 HRESULT OutlookItemObject::get_Subject(BSTR* sSubject) noexcept {
   return GetText(*core_, sSubject, &t4::OutlookItem::Subject);
-}
-
-// _IChild ----------------------------------------------------------------
-
-HRESULT OutlookItemObject::Init(LONG lParentPtr, VARIANT sKey) noexcept {
-  return Boundary(kChildItf, [&] { core_->Init(lParentPtr, OptionalText(sKey, u"")); });
-}
-
-HRESULT OutlookItemObject::get_Key(BSTR* sKey) noexcept {
-  if (sKey == nullptr) return E_POINTER;
-  *sKey = nullptr;
-  return Boundary(kChildItf, [&] { *sKey = ToBstr(core_->Key()); });
-}
-
-HRESULT OutlookItemObject::ResetParentPtr() noexcept {
-  return Boundary(kChildItf, [&] { core_->ResetParentPtr(); });
 }
 
 // IProvideClassInfo ------------------------------------------------------

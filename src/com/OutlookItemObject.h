@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "com/ChildImpl.h"
 #include "com/ComObject.h"
 #include "com/Tandrel4_h.h"
 #include "model/OutlookItem.h"
@@ -12,7 +13,7 @@ namespace t4::com {
 // _IChild. Handed out through the identity map by OutlookItems, Category
 // and the events; items come only from reading, never from a client.
 class OutlookItemObject final : public ComObject<OutlookItemObject, DispatchImpl<_OutlookItem>,
-                                                 DispatchImpl<_IChild>, IProvideClassInfo> {
+                                                 ChildImpl<OutlookItemObject>, IProvideClassInfo> {
  public:
   using DefaultInterface = _OutlookItem;
 
@@ -33,11 +34,6 @@ class OutlookItemObject final : public ComObject<OutlookItemObject, DispatchImpl
   HRESULT STDMETHODCALLTYPE get_MessageClass(BSTR* sMessageClass) noexcept override;
   HRESULT STDMETHODCALLTYPE MoveToCategory(_Category* Category) noexcept override;
   HRESULT STDMETHODCALLTYPE get_Subject(BSTR* sSubject) noexcept override;
-
-  // _IChild
-  HRESULT STDMETHODCALLTYPE Init(LONG lParentPtr, VARIANT sKey) noexcept override;
-  HRESULT STDMETHODCALLTYPE get_Key(BSTR* sKey) noexcept override;
-  HRESULT STDMETHODCALLTYPE ResetParentPtr() noexcept override;
 
   // IProvideClassInfo
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;

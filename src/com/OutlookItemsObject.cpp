@@ -11,7 +11,6 @@ namespace t4::com {
 namespace {
 
 const IID& kItf = IID__OutlookItems;
-const IID& kChildItf = IID__IChild;
 
 }  // namespace
 
@@ -43,22 +42,6 @@ HRESULT OutlookItemsObject::get_NewEnum(IUnknown** oEnum) noexcept {
   *oEnum = nullptr;
   return Boundary(kItf,
                   [&] { return SnapshotEnum<t4::OutlookItem>::Create(core_->Enumerate(), oEnum); });
-}
-
-// _IChild ----------------------------------------------------------------
-
-HRESULT OutlookItemsObject::Init(LONG lParentPtr, VARIANT sKey) noexcept {
-  return Boundary(kChildItf, [&] { core_->Init(lParentPtr, OptionalText(sKey, u"")); });
-}
-
-HRESULT OutlookItemsObject::get_Key(BSTR* sKey) noexcept {
-  if (sKey == nullptr) return E_POINTER;
-  *sKey = nullptr;
-  return Boundary(kChildItf, [&] { *sKey = ToBstr(core_->Key()); });
-}
-
-HRESULT OutlookItemsObject::ResetParentPtr() noexcept {
-  return Boundary(kChildItf, [&] { core_->ResetParentPtr(); });
 }
 
 // IProvideClassInfo ------------------------------------------------------

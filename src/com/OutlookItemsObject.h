@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "com/ChildImpl.h"
 #include "com/ComObject.h"
 #include "com/Tandrel4_h.h"
 #include "model/OutlookItems.h"
@@ -11,8 +12,9 @@ namespace t4::com {
 // COM face of t4::OutlookItems, the items read. Answers _OutlookItems
 // (default) and _IChild; handed out by Application.OutlookItems through the
 // identity map.
-class OutlookItemsObject final : public ComObject<OutlookItemsObject, DispatchImpl<_OutlookItems>,
-                                                  DispatchImpl<_IChild>, IProvideClassInfo> {
+class OutlookItemsObject final
+    : public ComObject<OutlookItemsObject, DispatchImpl<_OutlookItems>,
+                       ChildImpl<OutlookItemsObject>, IProvideClassInfo> {
  public:
   using DefaultInterface = _OutlookItems;
 
@@ -23,11 +25,6 @@ class OutlookItemsObject final : public ComObject<OutlookItemsObject, DispatchIm
   HRESULT STDMETHODCALLTYPE get_Count(LONG* lCount) noexcept override;
   HRESULT STDMETHODCALLTYPE get_Item(VARIANT Index, _OutlookItem** oItem) noexcept override;
   HRESULT STDMETHODCALLTYPE get_NewEnum(IUnknown** oEnum) noexcept override;
-
-  // _IChild
-  HRESULT STDMETHODCALLTYPE Init(LONG lParentPtr, VARIANT sKey) noexcept override;
-  HRESULT STDMETHODCALLTYPE get_Key(BSTR* sKey) noexcept override;
-  HRESULT STDMETHODCALLTYPE ResetParentPtr() noexcept override;
 
   // IProvideClassInfo
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;

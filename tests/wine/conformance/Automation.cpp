@@ -4,88 +4,73 @@
 
 namespace t4test {
 
-Var Var::I4(LONG value) {
+namespace {
+
+// A Var of type `type` whose value `set` writes. The type goes in last, as
+// a DECIMAL's first field overlays it.
+template <class Set>
+Var Make(VARTYPE type, Set set) {
   Var v;
-  V_VT(&v.v_) = VT_I4;
-  V_I4(&v.v_) = value;
+  set(v.get());
+  V_VT(v.get()) = type;
   return v;
+}
+
+}  // namespace
+
+Var Var::I4(LONG value) {
+  return Make(VT_I4, [&](VARIANT* v) { V_I4(v) = value; });
 }
 
 Var Var::I2(SHORT value) {
-  Var v;
-  V_VT(&v.v_) = VT_I2;
-  V_I2(&v.v_) = value;
-  return v;
+  return Make(VT_I2, [&](VARIANT* v) { V_I2(v) = value; });
 }
 
 Var Var::UI1(BYTE value) {
-  Var v;
-  V_VT(&v.v_) = VT_UI1;
-  V_UI1(&v.v_) = value;
-  return v;
+  return Make(VT_UI1, [&](VARIANT* v) { V_UI1(v) = value; });
 }
 
 Var Var::R4(float value) {
-  Var v;
-  V_VT(&v.v_) = VT_R4;
-  V_R4(&v.v_) = value;
-  return v;
+  return Make(VT_R4, [&](VARIANT* v) { V_R4(v) = value; });
 }
 
 Var Var::R8(double value) {
-  Var v;
-  V_VT(&v.v_) = VT_R8;
-  V_R8(&v.v_) = value;
-  return v;
+  return Make(VT_R8, [&](VARIANT* v) { V_R8(v) = value; });
 }
 
 Var Var::Cy(LONGLONG tenThousandths) {
-  Var v;
-  V_VT(&v.v_) = VT_CY;
-  V_CY(&v.v_).int64 = tenThousandths;
-  return v;
+  return Make(VT_CY, [&](VARIANT* v) { V_CY(v).int64 = tenThousandths; });
 }
 
 Var Var::Dec(LONG units, BYTE scale) {
-  Var v;
-  DECIMAL d = {};
-  d.scale = scale;
-  d.sign = units < 0 ? DECIMAL_NEG : 0;
-  d.Lo32 = static_cast<ULONG>(units < 0 ? -units : units);
-  V_DECIMAL(&v.v_) = d;
-  V_VT(&v.v_) = VT_DECIMAL;  // after the DECIMAL: its first field overlays vt
-  return v;
+  return Make(VT_DECIMAL, [&](VARIANT* v) {
+    DECIMAL d = {};
+    d.scale = scale;
+    d.sign = units < 0 ? DECIMAL_NEG : 0;
+    d.Lo32 = static_cast<ULONG>(units < 0 ? -units : units);
+    V_DECIMAL(v) = d;
+  });
 }
 
 Var Var::Date(double value) {
-  Var v;
-  V_VT(&v.v_) = VT_DATE;
-  V_DATE(&v.v_) = value;
-  return v;
+  return Make(VT_DATE, [&](VARIANT* v) { V_DATE(v) = value; });
 }
 
 Var Var::Bool(bool value) {
-  Var v;
-  V_VT(&v.v_) = VT_BOOL;
-  V_BOOL(&v.v_) = value ? VARIANT_TRUE : VARIANT_FALSE;
-  return v;
+  return Make(VT_BOOL, [&](VARIANT* v) { V_BOOL(v) = value ? VARIANT_TRUE : VARIANT_FALSE; });
 }
 
 Var Var::Str(const wchar_t* text) {
-  Var v;
-  V_VT(&v.v_) = VT_BSTR;
-  V_BSTR(&v.v_) = ::SysAllocString(text);
-  return v;
+  return Make(VT_BSTR, [&](VARIANT* v) { V_BSTR(v) = ::SysAllocString(text); });
 }
 
 Var Var::Obj(IUnknown* object) {
-  Var v;
-  V_VT(&v.v_) = VT_DISPATCH;
-  V_DISPATCH(&v.v_) = nullptr;
-  if (object != nullptr) {
-    object->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&V_DISPATCH(&v.v_)));
-  }
-  return v;
+  return Make(VT_DISPATCH, [&](VARIANT* v) {
+    V_DISPATCH(v) = nullptr;
+    if (object != nullptr) {
+      object->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&V_DISPATCH(v)));
+    }
+  });
 }
 
 Var Var::Empty() {
@@ -93,23 +78,15 @@ Var Var::Empty() {
 }
 
 Var Var::Null() {
-  Var v;
-  V_VT(&v.v_) = VT_NULL;
-  return v;
+  return Make(VT_NULL, [](VARIANT*) {});
 }
 
 Var Var::Missing() {
-  Var v;
-  V_VT(&v.v_) = VT_ERROR;
-  V_ERROR(&v.v_) = DISP_E_PARAMNOTFOUND;
-  return v;
+  return Make(VT_ERROR, [](VARIANT* v) { V_ERROR(v) = DISP_E_PARAMNOTFOUND; });
 }
 
 Var Var::Ref(VARIANT* target) {
-  Var v;
-  V_VT(&v.v_) = VT_BYREF | VT_VARIANT;
-  V_VARIANTREF(&v.v_) = target;
-  return v;
+  return Make(VT_BYREF | VT_VARIANT, [&](VARIANT* v) { V_VARIANTREF(v) = target; });
 }
 
 LONG Var::Long(LONG fallback) const {
@@ -222,6 +199,32 @@ IDispatch* ObjectOf(const Result& result) {
   IDispatch* object = result.value.Object();
   if (object != nullptr) object->AddRef();
   return object;
+}
+
+std::wstring TakeBstr(BSTR text) {
+  std::wstring result = text != nullptr ? std::wstring(text, ::SysStringLen(text)) : L"";
+  ::SysFreeString(text);
+  return result;
+}
+
+ErrorInfoFields TakeErrorInfo() {
+  ErrorInfoFields fields;
+  IErrorInfo* info = nullptr;
+  if (::GetErrorInfo(0, &info) != S_OK || info == nullptr) return fields;
+  fields.present = true;
+  BSTR text = nullptr;
+  info->GetSource(&text);
+  fields.source = TakeBstr(text);
+  text = nullptr;
+  info->GetDescription(&text);
+  fields.description = TakeBstr(text);
+  text = nullptr;
+  info->GetHelpFile(&text);
+  fields.helpFile = TakeBstr(text);
+  info->GetHelpContext(&fields.helpContext);
+  info->GetGUID(&fields.guid);
+  info->Release();
+  return fields;
 }
 
 }  // namespace t4test

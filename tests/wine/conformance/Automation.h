@@ -82,4 +82,62 @@ Result Invoke(IDispatch* object, DISPID id, WORD flags, std::initializer_list<Va
 // The object a call returned, AddRef'ed (null when it returned none).
 IDispatch* ObjectOf(const Result& result);
 
+// The text of `text`, which is freed.
+std::wstring TakeBstr(BSTR text);
+
+// The IErrorInfo a failing call left behind (taken: the thread has none
+// afterwards).
+struct ErrorInfoFields {
+  bool present = false;
+  std::wstring source;
+  std::wstring description;
+  std::wstring helpFile;
+  DWORD helpContext = 0;
+  GUID guid = GUID_NULL;
+};
+ErrorInfoFields TakeErrorInfo();
+
+// An IDispatch that a test makes on the stack and hands to the code under
+// test (an event sink, an argument object, a script's named item). `refs`
+// counts the references, the test's own being the first, so a test can see
+// who holds the object; reaching 0 deletes nothing. It answers
+// QueryInterface for IUnknown, IDispatch and `also`, and has no type
+// information and no names unless a subclass supplies them. Subclasses
+// implement Invoke.
+class StackDispatch : public IDispatch {
+ public:
+  explicit StackDispatch(const IID& also = IID_IDispatch) noexcept : also_(also) {}
+  StackDispatch(const StackDispatch&) = delete;
+  StackDispatch& operator=(const StackDispatch&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch) ||
+        IsEqualIID(riid, also_)) {
+      AddRef();
+      *object = static_cast<IDispatch*>(this);
+      return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
+  ULONG STDMETHODCALLTYPE Release() override { return --refs; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    *count = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return E_NOTIMPL;
+  }
+
+  ULONG refs = 1;
+
+ protected:
+  ~StackDispatch() = default;
+
+ private:
+  IID also_;
+};
+
 }  // namespace t4test

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "Automation.h"
 #include "DispatchProbe.h"
 #include "ModelSetup.h"
 #include "ModelTests.h"
@@ -34,44 +35,12 @@
 #include "support/ErrorFrame.h"
 #include "support/RunTimeError.h"
 
+using t4test::ErrorInfoFields;
+using t4test::TakeBstr;
+using t4test::TakeErrorInfo;
 using t4test::TestLog;
 
 namespace {
-
-struct ErrorInfoFields {
-  bool present = false;
-  std::wstring source;
-  std::wstring description;
-  std::wstring helpFile;
-  DWORD helpContext = 0;
-  GUID guid = GUID_NULL;
-};
-
-std::wstring TakeBstr(BSTR text) {
-  std::wstring result = text != nullptr ? std::wstring(text, ::SysStringLen(text)) : L"";
-  ::SysFreeString(text);
-  return result;
-}
-
-ErrorInfoFields TakeErrorInfo() {
-  ErrorInfoFields fields;
-  IErrorInfo* info = nullptr;
-  if (::GetErrorInfo(0, &info) != S_OK || info == nullptr) return fields;
-  fields.present = true;
-  BSTR text = nullptr;
-  info->GetSource(&text);
-  fields.source = TakeBstr(text);
-  text = nullptr;
-  info->GetDescription(&text);
-  fields.description = TakeBstr(text);
-  text = nullptr;
-  info->GetHelpFile(&text);
-  fields.helpFile = TakeBstr(text);
-  info->GetHelpContext(&fields.helpContext);
-  info->GetGUID(&fields.guid);
-  info->Release();
-  return fields;
-}
 
 std::wstring W(const char16_t* text) {
   return reinterpret_cast<const wchar_t*>(text);
@@ -292,27 +261,8 @@ void TestIdentityMap() {
 
 // An event sink that records what it hears and answers the Progress event's
 // by-reference bCancel with True.
-class RecordingSink final : public IDispatch {
+class RecordingSink final : public t4test::StackDispatch {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch)) {
-      AddRef();
-      *object = this;
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
-  ULONG STDMETHODCALLTYPE Release() override { return --refs; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*,
                                    EXCEPINFO*, UINT*) override {
     ++calls;
@@ -322,7 +272,6 @@ class RecordingSink final : public IDispatch {
     if (unadviseDuring != nullptr) unadviseDuring->Unadvise(cookie);
     return failing ? E_FAIL : S_OK;
   }
-  ULONG refs = 1;
   int calls = 0;
   DISPID lastId = 0;
   UINT lastArgs = 0;

@@ -19,6 +19,9 @@
 #include "TestLog.h"
 #include "com/Tandrel4_h.h"
 
+using t4test::ErrorInfoFields;
+using t4test::TakeBstr;
+using t4test::TakeErrorInfo;
 using t4test::TestLog;
 
 namespace {
@@ -36,36 +39,6 @@ IUnknown* IdentityOf(IUnknown* object) {
   }
   identity->Release();  // still held through `object`
   return identity;
-}
-
-std::wstring TakeBstr(BSTR text) {
-  std::wstring result = text != nullptr ? std::wstring(text, ::SysStringLen(text)) : L"";
-  ::SysFreeString(text);
-  return result;
-}
-
-// The IErrorInfo a failing call left behind.
-struct ErrorInfoFields {
-  bool present = false;
-  std::wstring source;
-  std::wstring description;
-  GUID guid = GUID_NULL;
-};
-
-ErrorInfoFields TakeErrorInfo() {
-  ErrorInfoFields fields;
-  IErrorInfo* info = nullptr;
-  if (::GetErrorInfo(0, &info) != S_OK || info == nullptr) return fields;
-  fields.present = true;
-  BSTR text = nullptr;
-  info->GetSource(&text);
-  fields.source = TakeBstr(text);
-  text = nullptr;
-  info->GetDescription(&text);
-  fields.description = TakeBstr(text);
-  info->GetGUID(&fields.guid);
-  info->Release();
-  return fields;
 }
 
 // Checks a vtable call that must answer E_NOTIMPL with its error info.
@@ -799,33 +772,13 @@ void TestTypeLibrary() {
 
 // A minimal event sink: counts references so the test can see the
 // connection point let go of it.
-class Sink final : public IDispatch {
+class Sink final : public t4test::StackDispatch {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch) ||
-        IsEqualIID(riid, DIID___Application)) {
-      AddRef();
-      *object = this;
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
-  ULONG STDMETHODCALLTYPE Release() override { return --refs; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
+  Sink() noexcept : StackDispatch(DIID___Application) {}
   HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
                                    UINT*) override {
     return S_OK;
   }
-  ULONG refs = 1;  // on the stack: the test holds one reference
 };
 
 void TestConnectionPoints() {

@@ -17,32 +17,11 @@ namespace t4test {
 // objects it receives through IDispatch, and keeps the category of the last
 // event (AddRef'ed) so that a test can compare identities. `react` runs
 // inside the event, to call back into the model.
-class EventRecorder final : public IDispatch {
+class EventRecorder final : public StackDispatch {
  public:
   EventRecorder() = default;
-  EventRecorder(const EventRecorder&) = delete;
-  EventRecorder& operator=(const EventRecorder&) = delete;
   ~EventRecorder() { ForgetLast(); }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch)) {
-      AddRef();
-      *object = static_cast<IDispatch*>(this);
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
-  ULONG STDMETHODCALLTYPE Release() override { return --refs; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*,
                                    EXCEPINFO*, UINT*) override {
     // Arguments arrive last first.
@@ -76,7 +55,6 @@ class EventRecorder final : public IDispatch {
     last = nullptr;
   }
 
-  ULONG refs = 1;  // on the stack: the test holds one reference
   std::vector<std::wstring> events;
   IDispatch* last = nullptr;
   std::function<void(DISPID, IDispatch*)> react;

@@ -46,27 +46,8 @@ std::string Describe(const std::optional<t4::ItemIndex>& index) {
 
 // An object whose default value (DISPID_VALUE) is the number 2, as an ADO
 // field holding 2 would be.
-class DefaultTwo final : public IDispatch {
+class DefaultTwo final : public StackDispatch {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch)) {
-      AddRef();
-      *object = this;
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
-  ULONG STDMETHODCALLTYPE Release() override { return --refs; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
                                    EXCEPINFO*, UINT*) override {
     if (id != DISPID_VALUE || result == nullptr) return DISP_E_MEMBERNOTFOUND;
@@ -74,7 +55,6 @@ class DefaultTwo final : public IDispatch {
     V_I4(result) = 2;
     return S_OK;
   }
-  ULONG refs = 1;
 };
 
 }  // namespace

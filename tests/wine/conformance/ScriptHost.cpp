@@ -2,6 +2,7 @@
 
 #include <activscp.h>
 
+#include "Automation.h"
 #include "TestLog.h"
 
 namespace t4test {
@@ -20,22 +21,8 @@ class StackObject : public I {
 };
 
 // The named item T: Check(ok, name, detail).
-class Checker final : public StackObject<IDispatch> {
+class Checker final : public StackDispatch {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch)) {
-      AddRef();
-      *object = static_cast<IDispatch*>(this);
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) override {
     if (count != 1 || ::lstrcmpiW(names[0], L"Check") != 0) {
