@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "journal/Actions.h"
+#include "masterlist/CategoriesStream.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
 #include "session/Application.h"
@@ -325,6 +326,15 @@ void Categories::RaiseMemberAdd(const std::shared_ptr<Category>& item,
 void Categories::RaiseMemberRemove(const std::shared_ptr<Category>& item,
                                    const std::shared_ptr<OutlookItem>& member) {
   Fire(fireMemberEvents_, [&](ICategoriesEvents& s) { s.MemberRemove(item, member); });
+}
+
+}  // namespace t4
+
+namespace t4 {
+
+std::u16string Categories::ToString() const {
+  return Frame(u"Categories", u"ToString",
+               [&] { return CategoriesStream::CategoriesToString(categories_); });
 }
 
 }  // namespace t4

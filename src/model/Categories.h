@@ -107,6 +107,8 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   // Keeps the name index in step when a category's name changes.
   void OnRenamed(const Category& category, const std::u16string& oldName);
   const Collection& All() const { return categories_; }
+  // The master-list text of all categories, for the store to write.
+  std::u16string ToString() const;
   bool HasCategoryFilter() const { return filtered_ != nullptr; }
 
   void RaiseItemAdd(const std::shared_ptr<Category>& item);
