@@ -26,11 +26,12 @@ int32_t FieldNumber(const std::u16string& field) {
 
 }  // namespace
 
-std::vector<std::u16string> MasterlistHandler::Split(const std::u16string& text) {
+std::vector<std::u16string> MasterlistHandler::Split(const std::u16string& text,
+                                                     char16_t separator) {
   std::vector<std::u16string> parts;
   size_t start = 0;
   for (;;) {
-    const size_t end = text.find(u';', start);
+    const size_t end = text.find(separator, start);
     parts.push_back(text.substr(start, end == std::u16string::npos ? end : end - start));
     if (end == std::u16string::npos) break;
     start = end + 1;

@@ -21,8 +21,8 @@ class MasterlistHandler {
   void UpdateCategoryIDs(const std::shared_ptr<Categories>& categories,
                          const std::u16string& pairs);
 
-  // `text` split at every ";", empty elements kept.
-  static std::vector<std::u16string> Split(const std::u16string& text);
+  // `text` split at every `separator`, empty elements kept.
+  static std::vector<std::u16string> Split(const std::u16string& text, char16_t separator = u';');
 
  private:
   void ParseNameList(const std::u16string& list);
