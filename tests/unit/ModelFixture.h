@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "ModelReading.h"
 #include "model/Categories.h"
 #include "model/Category.h"
 #include "model/OutlookItem.h"
@@ -56,44 +57,16 @@ class ModelTest : public ::testing::Test {
     ProcessValues::Reset();
   }
 
-  // As after reading a master list with these names: the default category
-  // (key "0") first, nothing changed, nothing journalled, no events seen.
+  // As after reading a master list with these names; no events seen.
   void ReadList(std::initializer_list<const char16_t*> names) {
-    cats->Clear();
-    cats->SetImporting(true);
-    cats->SetIsReading(true);
-    cats->Add(std::u16string(), false, u"", -2, -2);
-    for (const char16_t* n : names) cats->Add(std::u16string(n), true, u"", -2, -2);
-    cats->SetIsReading(false);
-    cats->SetChanged(false);
-    cats->SetImporting(false);
-    app->Journal()->Clear();
+    test::ReadList(*app, names);
     log->events.clear();
   }
 
-  // As item reading creates an item with these keywords (unknown names
-  // become categories outside the master list); nothing changed afterwards.
+  // As item reading creates an item with these keywords; no events seen.
   std::shared_ptr<OutlookItem> ReadItem(std::initializer_list<const char16_t*> keywords,
                                         const std::u16string& messageClass = u"IPM.Note") {
-    items->SetIsReading(true);
-    cats->SetIsReading(true);
-    cats->SetImporting(true);
-    auto item = items->Add(u"EID" + Utf::Decimal(items->Count() + 1), u"STORE", u"Inbox",
-                           u"Subject", messageClass, 45000.5);
-    item->SetSuppressJournal(true);
-    for (const char16_t* k : keywords) {
-      item->CategoriesAdd(cats->Add(std::u16string(k), false, u"", -2, -2));
-      item->SetChanged(false);
-    }
-    if (keywords.size() == 0) cats->DefaultCategory(true)->AddMember(item);
-    item->SetSuppressJournal(false);
-    items->SetIsReading(false);
-    items->SetChanged(false);
-    cats->SetIsReading(false);
-    cats->SetImporting(false);
-    cats->SetChanged(false);
-    cats->All().ForEach([](int32_t, const std::shared_ptr<Category>& c) { c->SetChanged(false); });
-    app->Journal()->Clear();
+    auto item = test::ReadItem(*app, keywords, messageClass);
     log->events.clear();
     return item;
   }

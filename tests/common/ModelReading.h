@@ -1,0 +1,64 @@
+#pragma once
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+
+#include "journal/Actions.h"
+#include "model/Categories.h"
+#include "model/OutlookItem.h"
+#include "model/OutlookItems.h"
+#include "session/Application.h"
+#include "support/Utf.h"
+
+// Puts an Application's model into the states that reading the master list
+// and reading items leave it in. Shared by the native unit tests and the
+// Wine tests; items come only from reading, no public member creates one.
+namespace t4::test {
+
+// As after reading a master list with these names: the default category
+// (key "0") first, nothing changed, nothing journalled.
+inline void ReadList(Application& app, std::initializer_list<const char16_t*> names) {
+  auto cats = app.Categories();
+  cats->Clear();
+  cats->SetImporting(true);
+  cats->SetIsReading(true);
+  cats->Add(std::u16string(), false, u"", -2, -2);
+  for (const char16_t* n : names) cats->Add(std::u16string(n), true, u"", -2, -2);
+  cats->SetIsReading(false);
+  cats->SetChanged(false);
+  cats->SetImporting(false);
+  app.Journal()->Clear();
+}
+
+// As item reading creates an item with these keywords (unknown names
+// become categories outside the master list); nothing changed afterwards.
+inline std::shared_ptr<OutlookItem> ReadItem(Application& app,
+                                             std::initializer_list<const char16_t*> keywords,
+                                             const std::u16string& messageClass = u"IPM.Note",
+                                             const std::u16string& subject = u"Subject") {
+  auto cats = app.Categories();
+  auto items = app.OutlookItems();
+  items->SetIsReading(true);
+  cats->SetIsReading(true);
+  cats->SetImporting(true);
+  auto item = items->Add(u"EID" + Utf::Decimal(items->Count() + 1), u"STORE", u"Inbox", subject,
+                         messageClass, 45000.5);
+  item->SetSuppressJournal(true);
+  for (const char16_t* k : keywords) {
+    item->CategoriesAdd(cats->Add(std::u16string(k), false, u"", -2, -2));
+    item->SetChanged(false);
+  }
+  if (keywords.size() == 0) cats->DefaultCategory(true)->AddMember(item);
+  item->SetSuppressJournal(false);
+  items->SetIsReading(false);
+  items->SetChanged(false);
+  cats->SetIsReading(false);
+  cats->SetImporting(false);
+  cats->SetChanged(false);
+  cats->All().ForEach([](int32_t, const std::shared_ptr<Category>& c) { c->SetChanged(false); });
+  app.Journal()->Clear();
+  return item;
+}
+
+}  // namespace t4::test
