@@ -1,32 +1,5 @@
 // Tandrel4.Application from JScript: creation, the language view, the
 // members that forward to the core and the errors of members not built yet. Prints PASS/FAIL lines and a SUMMARY.
-var passed = 0, failed = 0;
-
-function check(ok, name, detail) {
-  if (ok) {
-    passed++;
-    WScript.Echo("PASS " + name);
-  } else {
-    failed++;
-    WScript.Echo("FAIL " + name + ": " + detail);
-  }
-}
-
-// Runs fn and returns the error it raised (null when it raised none).
-function raised(fn) {
-  try {
-    fn();
-  } catch (e) {
-    return e;
-  }
-  return null;
-}
-
-// JScript reports HRESULTs as signed numbers; compare them unsigned.
-function hex(n) {
-  return (n >>> 0).toString(16).toUpperCase();
-}
-
 function checkPending(name, member, fn) {
   var e = raised(fn);
   check(e !== null && hex(e.number) === "80004001", name + " raises E_NOTIMPL",
@@ -102,4 +75,4 @@ try {
   check(false, "no unexpected error", hex(unexpected.number) + " " + unexpected.description);
 }
 
-WScript.Echo("SUMMARY passed=" + passed + " failed=" + failed);
+finish();

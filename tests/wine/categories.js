@@ -1,33 +1,6 @@
 // The category model from JScript: Categories and Category through the
 // registered Application, errors as exceptions, Enumerator over the
 // collection. Prints PASS/FAIL lines and a SUMMARY.
-var passed = 0, failed = 0;
-
-function check(ok, name, detail) {
-  if (ok) {
-    passed++;
-    WScript.Echo("PASS " + name);
-  } else {
-    failed++;
-    WScript.Echo("FAIL " + name + ": " + detail);
-  }
-}
-
-// Runs fn and returns the error it raised (null when it raised none).
-function raised(fn) {
-  try {
-    fn();
-  } catch (e) {
-    return e;
-  }
-  return null;
-}
-
-// JScript reports HRESULTs as signed numbers; compare them unsigned.
-function hex(n) {
-  return (n >>> 0).toString(16).toUpperCase();
-}
-
 function names(collection) {
   var out = [];
   for (var e = new Enumerator(collection); !e.atEnd(); e.moveNext()) out.push(e.item().Name);
@@ -148,4 +121,4 @@ try {
   check(false, "no unexpected error", hex(unexpected.number) + " " + unexpected.description);
 }
 
-WScript.Echo("SUMMARY passed=" + passed + " failed=" + failed);
+finish();

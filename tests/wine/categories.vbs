@@ -1,22 +1,7 @@
 ' The category model from VBScript: Categories and Category through the
 ' registered Application, with undo and redo, batch mode, counters, filters
 ' and enumeration. Prints PASS/FAIL lines and a SUMMARY.
-Option Explicit
-
 Const EXPECTED_CHECKS = 130
-Dim passed, failed
-passed = 0
-failed = 0
-
-Sub Check(ok, name, detail)
-  If ok Then
-    passed = passed + 1
-    WScript.Echo "PASS " & name
-  Else
-    failed = failed + 1
-    WScript.Echo "FAIL " & name & ": " & detail
-  End If
-End Sub
 
 Function EndsWith(text, tail)
   EndsWith = (Right(text, Len(tail)) = tail)
@@ -349,5 +334,4 @@ Set app = Nothing
 Set app2 = Nothing
 Check Err.Number = 0, "objects released", Err.Description
 
-Check passed + failed = EXPECTED_CHECKS, "every check ran", (passed + failed) & " of " & EXPECTED_CHECKS
-WScript.Echo "SUMMARY passed=" & passed & " failed=" & failed
+Finish EXPECTED_CHECKS

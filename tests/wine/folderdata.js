@@ -1,21 +1,5 @@
 // Tandrel4.FolderData from JScript: Init and the getters, with exact
 // UTF-16 checks of non-ASCII text. Prints PASS/FAIL lines and a SUMMARY.
-var passed = 0, failed = 0;
-
-function check(ok, name, detail) {
-  if (ok) {
-    passed++;
-    WScript.Echo("PASS " + name);
-  } else {
-    failed++;
-    WScript.Echo("FAIL " + name + ": " + detail);
-  }
-}
-
-function hex(n) {
-  return (n >>> 0).toString(16).toUpperCase();
-}
-
 try {
   var f = new ActiveXObject("Tandrel4.FolderData");
   check(f !== null, "new ActiveXObject Tandrel4.FolderData", "");
@@ -64,4 +48,4 @@ try {
   check(false, "no unexpected error", hex(unexpected.number) + " " + unexpected.description);
 }
 
-WScript.Echo("SUMMARY passed=" + passed + " failed=" + failed);
+finish();

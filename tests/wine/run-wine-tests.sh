@@ -72,8 +72,10 @@ mkdir -p "$workdir"
 cp "$dll" "${programs[@]}" "$workdir/"
 shopt -s nullglob
 scripts=()
+# Each script runs with the shared helpers of lib/prelude.<ext> in front of
+# it: cscript has no include of its own.
 for script in "$here"/*.vbs "$here"/*.js; do
-  cp "$script" "$workdir/"
+  cat "$here/lib/prelude.${script##*.}" "$script" > "$workdir/$(basename "$script")"
   scripts+=("$(basename "$script")")
 done
 shopt -u nullglob
