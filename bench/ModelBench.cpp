@@ -303,18 +303,27 @@ bool ModelLooksRight(const Model& m) {
 // model is alive at a time.
 enum class Use { kNone, kRead, kDelete, kMove };
 
+// The object kept in `slot` for `use`, built anew by `fill` (which may
+// reset the slot to refuse it) when another use held it.
+template <class T, class Fill>
+T* Cached(std::unique_ptr<T>& slot, Use& current, Use use, Fill fill) {
+  if (current != use || !slot) {
+    slot.reset();
+    current = use;
+    slot = std::make_unique<T>();
+    Texts texts = MakeTexts();
+    fill(slot, texts);
+  }
+  return slot.get();
+}
+
 Model* ModelFor(Use use) {
   static std::unique_ptr<Model> model;
   static Use current = Use::kNone;
-  if (current != use || !model) {
-    model.reset();
-    current = use;
-    model = std::make_unique<Model>();
-    Texts texts = MakeTexts();
-    FillModel(*model, texts);
-    if (!ModelLooksRight(*model)) model.reset();
-  }
-  return model.get();
+  return Cached(model, current, use, [](std::unique_ptr<Model>& m, Texts& texts) {
+    FillModel(*m, texts);
+    if (!ModelLooksRight(*m)) m.reset();
+  });
 }
 
 // ---------------------------------------------------------------------------
@@ -366,14 +375,8 @@ double FillFloor(Floor& f, Texts& texts) {
 Floor* FloorFor(Use use) {
   static std::unique_ptr<Floor> floor;
   static Use current = Use::kNone;
-  if (current != use || !floor) {
-    floor.reset();
-    current = use;
-    floor = std::make_unique<Floor>();
-    Texts texts = MakeTexts();
-    FillFloor(*floor, texts);
-  }
-  return floor.get();
+  return Cached(floor, current, use,
+                [](std::unique_ptr<Floor>& f, Texts& texts) { FillFloor(*f, texts); });
 }
 
 // ---------------------------------------------------------------------------
