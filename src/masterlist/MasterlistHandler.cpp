@@ -7,11 +7,7 @@
 
 namespace t4 {
 
-namespace {
-
-// The longest leading decimal number of a field (leading blanks skipped),
-// rounded half to even; 0 when there is none.
-int32_t FieldNumber(const std::u16string& field) {
+int32_t MasterlistHandler::FieldNumber(const std::u16string& field) {
   size_t i = field.find_first_not_of(u" \t");
   if (i == std::u16string::npos) return 0;
   const size_t start = i;
@@ -23,8 +19,6 @@ int32_t FieldNumber(const std::u16string& field) {
   }
   return NumberText::LeadingLong(std::u16string_view(field).substr(start, i - start));
 }
-
-}  // namespace
 
 std::vector<std::u16string> MasterlistHandler::Split(const std::u16string& text,
                                                      char16_t separator) {

@@ -23,6 +23,9 @@ class MasterlistHandler {
 
   // `text` split at every `separator`, empty elements kept.
   static std::vector<std::u16string> Split(const std::u16string& text, char16_t separator = u';');
+  // The longest leading decimal number of a list field (leading blanks
+  // skipped), rounded half to even; 0 when there is none.
+  static int32_t FieldNumber(const std::u16string& field);
 
  private:
   void ParseNameList(const std::u16string& list);

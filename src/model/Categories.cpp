@@ -5,6 +5,8 @@
 
 #include "journal/Actions.h"
 #include "masterlist/CategoriesStream.h"
+#include "masterlist/IMasterlist.h"
+#include "masterlist/MasterlistHandler.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
 #include "session/Application.h"
@@ -335,6 +337,31 @@ namespace t4 {
 std::u16string Categories::ToString() const {
   return Frame(u"Categories", u"ToString",
                [&] { return CategoriesStream::CategoriesToString(categories_); });
+}
+
+void Categories::Save() {
+  Frame(u"Categories", u"Save", [&] {
+    auto app = RunTimeError::Require(Parent());
+    auto store = app->MasterlistStore();
+    std::u16string list = ToString();
+    if (ProcessValues::OutlookVersion() < 12) {
+      RunTimeError::Require(store.get())->WriteCategories(list);
+    } else {
+      const std::u16string deleted = deleted_ ? deleted_->ToString() : u"";
+      const bool changed = !list.empty();
+      std::u16string out = list;
+      if (!deleted.empty()) out = changed ? list + u";" + deleted : deleted;
+      if (!out.empty()) {
+        RunTimeError::Require(store.get())->WriteCategories(out);
+        // The store answers with the identifiers Outlook gave new ones.
+        if (changed) MasterlistHandler().UpdateCategoryIDs(shared_from_this(), out);
+      }
+      if (deleted_) deleted_->Clear();
+    }
+    categories_.ForEach(
+        [](int32_t, const std::shared_ptr<Category>& category) { category->SetChanged(false); });
+    changed_ = false;
+  });
 }
 
 }  // namespace t4

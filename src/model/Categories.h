@@ -109,6 +109,9 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   const Collection& All() const { return categories_; }
   // The master-list text of all categories, for the store to write.
   std::u16string ToString() const;
+  // Writes the master list to the running Outlook's store (with the
+  // pending Outlook 2007 deletions) and clears every changed mark.
+  void Save();
   bool HasCategoryFilter() const { return filtered_ != nullptr; }
 
   void RaiseItemAdd(const std::shared_ptr<Category>& item);

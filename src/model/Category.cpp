@@ -108,9 +108,12 @@ void Category::SetName(std::u16string& name) {
       AddAction(u"Name", name_);
     }
     SetChanged(true);
-    // The Outlook 2007 rules hear of the rename (old and new name) before
-    // the name is stored; they come with the master list storage.
-    const std::u16string old = name_;
+    // The Outlook 2007 rules hear of the rename before the name is stored,
+    // so that a failing rules object leaves the old name in place.
+    std::u16string old = name_;
+    if (auto app = parent->Parent(); app && app->RulesSupported()) {
+      if (auto rules = app->CategoryRules()) rules->RenameCategory(old, name);
+    }
     name_ = name;
     parent->OnRenamed(*this, old);
     SetMembersChanged();

@@ -60,6 +60,10 @@ void OutlookItem::Initialize(int32_t id, std::u16string entryId, SharedOrigin or
   suppressJournal_ = false;
 }
 
+void OutlookItem::Save(Categories&) {
+  Frame(u"OutlookItem", u"Save", [&] { throw RunTimeError::NotImplemented(u"OutlookItem.Save"); });
+}
+
 void OutlookItem::SetChanged(bool value) {
   changed_ = value;
   if (value) {

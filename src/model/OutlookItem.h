@@ -71,6 +71,9 @@ class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookIt
   void SetSuppressJournal(bool value) { suppressJournal_ = value; }
   // True also marks the owning collection changed.
   void SetChanged(bool value);
+  // Writes the item's categories back to its message; Changed is false
+  // afterwards. Needs the MAPI item access of item reading.
+  void Save(Categories& categories);
   // The category IDs in list order.
   const CategoryIdList& CategoryIds() const { return categories_; }
   // CategoriesRemove by the category's ID, without going through its text.

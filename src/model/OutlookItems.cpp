@@ -81,4 +81,13 @@ std::shared_ptr<OutlookItem> OutlookItems::Add(std::u16string entryId,
   });
 }
 
+void OutlookItems::SaveChanges(Categories& categories) {
+  Frame(u"OutlookItems", u"SaveChanges", [&] {
+    for (const auto& item : items_) {
+      if (item->Changed()) item->Save(categories);
+    }
+    changed_ = false;
+  });
+}
+
 }  // namespace t4

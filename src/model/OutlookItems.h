@@ -15,6 +15,8 @@
 
 namespace t4 {
 
+class Categories;
+
 class Application;
 
 // Every Outlook item read, keyed by the decimal text of its ID (1, 2, ...),
@@ -42,6 +44,8 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
                                    const std::u16string& messageClass, double dateTime);
   // Empty again; IDs from 1.
   void Clear();
+  // Saves every changed item, then clears the collection's changed mark.
+  void SaveChanges(Categories& categories);
   void SetChanged(bool value) { changed_ = value; }
   bool IsReading() const { return isReading_; }
   void SetIsReading(bool value) { isReading_ = value; }

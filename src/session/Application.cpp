@@ -1,9 +1,17 @@
 #include "session/Application.h"
 
 #include "journal/Replay.h"
+#include "masterlist/Masterlist00.h"
+#include "masterlist/Masterlist02.h"
+#include "masterlist/Masterlist03.h"
+#include "masterlist/Masterlist07.h"
+#include "masterlist/Masterlist97.h"
+#include "masterlist/MasterlistHandler.h"
+#include "masterlist/modOLVersion.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
 #include "support/ErrorFrame.h"
+#include "support/Ports.h"
 #include "support/RunTimeError.h"
 
 namespace t4 {
@@ -85,6 +93,110 @@ void Application::Redo() {
   Frame(u"Application", u"Redo", [&] { Replay::Redo(*this); });
 }
 
+void Application::Initialize(std::shared_ptr<IClientApp> outlook) {
+  Frame(u"Application", u"Initialize", [&] {
+    ReleaseOutlook();
+    IClientApp& client = *RunTimeError::Require(outlook.get());
+    // The subscription holds no strong reference: Outlook's event source
+    // must not keep this object alive.
+    std::weak_ptr<Application> self = weak_from_this();
+    client.AdviseQuit([self] {
+      if (auto app = self.lock()) app->OnQuit();
+    });
+    outlookApp_ = std::move(outlook);
+    modOLVersion::SetOutlookVersionFromText(client.Version());
+    if (modOLVersion::OutlookVersion() >= 12) {
+      rulesSupported_ = true;
+      rulesReader_ = Ports::Rules().CreateRulesReader();
+      ReadRules();
+    }
+  });
+}
+
+void Application::ReadRules() {
+  Frame(u"Application", u"ReadRules", [&] {
+    if (!rulesSupported_) return;
+    IClientApp& client = *RunTimeError::Require(outlookApp_.get());
+    categoryRules_ = RunTimeError::Require(rulesReader_.get())->GetCategoryRules(client);
+  });
+}
+
+void Application::OnQuit() {
+  Attempt([&] { ReleaseOutlook(); });
+}
+
+void Application::ReleaseOutlook() {
+  // Moved out first: the client may fire again while it is being let go.
+  auto outlook = std::move(outlookApp_);
+  outlookApp_.reset();
+  if (outlook) Attempt([&] { outlook->UnadviseQuit(); });
+}
+
+void Application::Logon() {
+  Frame(u"Application", u"Logon", [&] {
+    if (session_) return;
+    // Kept even when the logon fails, as a later call does nothing: the
+    // host sees the failure once, on the read that caused it.
+    session_ = Ports::Mapi().CreateSession();
+    RunTimeError::Require(session_.get())->Logon();
+  });
+}
+
+std::shared_ptr<IMasterlist> Application::MasterlistStore() {
+  switch (modOLVersion::OutlookVersion()) {
+    case 8:
+      return std::make_shared<Masterlist97>(Ports::Registry());
+    case 9:
+      return std::make_shared<Masterlist00>(Ports::Registry());
+    case 10:
+      return std::make_shared<Masterlist02>(Ports::Registry());
+    case 11:
+      return std::make_shared<Masterlist03>(Ports::Registry());
+    case 12: {
+      auto store = std::make_shared<Masterlist07>();
+      store->InitParent(shared_from_this());
+      return store;
+    }
+    default:
+      return nullptr;
+  }
+}
+
+void Application::ReadMasterlist() {
+  Frame(u"Application", u"ReadMasterlist", [&] {
+    Logon();
+    RunTimeError::Require(actions_.get())->Clear();
+    auto categories = RunTimeError::Require(categories_);
+    categories->Clear();
+    categories->SetImporting(true);
+    categories->SetIsReading(true);
+    // A fresh read counts as unchanged, also when it failed half-way.
+    struct Finish {
+      t4::Categories& categories;
+      ~Finish() {
+        categories.SetIsReading(false);
+        categories.SetChanged(false);
+        categories.SetImporting(false);
+      }
+    } finish{*categories};
+    auto store = RunTimeError::Require(MasterlistStore());
+    const std::u16string list = store->ReadCategories();
+    MasterlistHandler().ReadMasterlist(categories, list);
+  });
+}
+
+void Application::SaveChanges() {
+  Frame(u"Application", u"SaveChanges", [&] {
+    auto categories = RunTimeError::Require(categories_);
+    if (categories->Changed()) categories->Save();
+    // Without a rules object (the component could not hand one out) there
+    // is nothing to save for the rules.
+    if (rulesSupported_ && categoryRules_ && categoryRules_->Changed()) categoryRules_->Save();
+    auto items = RunTimeError::Require(outlookItems_);
+    if (items->Changed()) items->SaveChanges(*categories);
+  });
+}
+
 void Application::Terminate() {
   Attempt([&] {
     if (outlookItems_) outlookItems_->ResetParentPtr();
@@ -95,6 +207,16 @@ void Application::Terminate() {
     categories_.reset();
   });
   Attempt([&] { actions_.reset(); });
+  Attempt([&] {
+    auto session = std::move(session_);
+    session_.reset();
+    if (session) session->Logoff();
+  });
+  if (rulesSupported_) {
+    Attempt([&] { categoryRules_.reset(); });
+    Attempt([&] { rulesReader_.reset(); });
+  }
+  Attempt([&] { ReleaseOutlook(); });
 }
 
 }  // namespace t4

@@ -4,12 +4,17 @@
 #include <memory>
 
 #include "journal/Actions.h"
+#include "support/ICategoryRules.h"
+#include "support/IClientApp.h"
 #include "support/ILanguage.h"
+#include "support/IMapiSession.h"
+#include "support/IRulesReader.h"
 #include "support/Options.h"
 
 namespace t4 {
 
 class Categories;
+class IMasterlist;
 class OutlookItems;
 
 // The root object of the library, the one class a host creates. It owns the
@@ -34,12 +39,22 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   std::shared_ptr<t4::Categories> Categories() const { return categories_; }
   // Categories.Changed or OutlookItems.Changed.
   bool Changed() const;
+  // Binds the library to a running Outlook: follows its Quit event, takes
+  // its major version and, from Outlook 2007, creates the rules component
+  // and reads the category rules.
+  void Initialize(std::shared_ptr<IClientApp> outlook);
   std::shared_ptr<t4::OutlookItems> OutlookItems() const { return outlookItems_; }
+  // Reads the master category list of the running Outlook afresh. The list
+  // counts as unchanged afterwards, also when the read failed half-way.
+  void ReadMasterlist();
   // Replays the next journal step forwards; nothing at the end.
   void Redo();
   bool RedoIsPossible() const;
   // True when Outlook's major version is 12 or more.
   bool RulesSupported() const { return rulesSupported_; }
+  // Writes the master list, the rules and the changed items, each only
+  // when changed; the first error ends it.
+  void SaveChanges();
   // Releases everything the object owns; it is unusable afterwards.
   void Terminate();
   // Replays the last applied journal step backwards; nothing at the start.
@@ -55,9 +70,23 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   // Folders per chunk of the folder reader, from the settings.
   int32_t ChunkSize() const { return chunkSize_; }
   const Options& GetOptions() const { return options_; }
+  // The MAPI session; null before the first logon.
+  std::shared_ptr<IMapiSession> Session() const { return session_; }
+  std::shared_ptr<ICategoryRules> CategoryRules() const { return categoryRules_; }
+  std::shared_ptr<IRulesReader> RulesReader() const { return rulesReader_; }
+  // Outlook's Application object; null before Initialize and after Quit.
+  std::shared_ptr<IClientApp> OutlookApp() const { return outlookApp_; }
+  // A new master-list store for the running Outlook version; null for a
+  // version the library does not support.
+  std::shared_ptr<IMasterlist> MasterlistStore();
 
  private:
   void Construct();
+  void Logon();
+  void ReadRules();
+  // Outlook's Quit: only lets go of Outlook; the host calls Terminate.
+  void OnQuit();
+  void ReleaseOutlook();
 
   Options options_;
   int32_t chunkSize_ = Options::kDefaultChunkSize;
@@ -66,6 +95,10 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   std::unique_ptr<Actions> actions_;
   bool replaying_ = false;
   bool rulesSupported_ = false;
+  std::shared_ptr<IMapiSession> session_;
+  std::shared_ptr<ICategoryRules> categoryRules_;
+  std::shared_ptr<IRulesReader> rulesReader_;
+  std::shared_ptr<IClientApp> outlookApp_;
 };
 
 }  // namespace t4

@@ -27,6 +27,9 @@ void Put(std::shared_ptr<Port>& slot, std::shared_ptr<Port> port) {
 std::shared_ptr<IShellPort> shell;
 std::shared_ptr<IFileHelper> files;
 std::shared_ptr<IStringResources> strings;
+std::shared_ptr<IRegistryAccess> registry;
+std::shared_ptr<IMapiLibrary> mapi;
+std::shared_ptr<IRulesLibrary> rules;
 
 }  // namespace
 
@@ -40,6 +43,18 @@ IStringResources& Ports::Strings() {
   return Get(strings, CreatePlatformStringResources);
 }
 
+std::shared_ptr<IRegistryAccess> Ports::Registry() {
+  Get(registry, CreatePlatformRegistry);
+  std::lock_guard<std::mutex> lock(PortMutex());
+  return registry;
+}
+IMapiLibrary& Ports::Mapi() {
+  return Get(mapi, CreatePlatformMapiLibrary);
+}
+IRulesLibrary& Ports::Rules() {
+  return Get(rules, CreatePlatformRulesLibrary);
+}
+
 void Ports::SetShell(std::shared_ptr<IShellPort> port) {
   Put(shell, std::move(port));
 }
@@ -48,6 +63,15 @@ void Ports::SetFiles(std::shared_ptr<IFileHelper> port) {
 }
 void Ports::SetStrings(std::shared_ptr<IStringResources> port) {
   Put(strings, std::move(port));
+}
+void Ports::SetRegistry(std::shared_ptr<IRegistryAccess> port) {
+  Put(registry, std::move(port));
+}
+void Ports::SetMapi(std::shared_ptr<IMapiLibrary> port) {
+  Put(mapi, std::move(port));
+}
+void Ports::SetRules(std::shared_ptr<IRulesLibrary> port) {
+  Put(rules, std::move(port));
 }
 
 }  // namespace t4

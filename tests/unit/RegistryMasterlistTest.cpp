@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <map>
-
+#include "SessionFakes.h"
 #include "masterlist/Masterlist00.h"
 #include "masterlist/Masterlist02.h"
 #include "masterlist/Masterlist03.h"
@@ -12,24 +11,7 @@
 namespace t4 {
 namespace {
 
-// The current user's registry as a map from "key|name" to data.
-class MemoryRegistry : public IRegistryAccess {
- public:
-  std::optional<RegistryData> ReadValue(const std::u16string& key,
-                                        const std::u16string& name) override {
-    auto it = values.find(key + u"|" + name);
-    if (it == values.end()) return std::nullopt;
-    return it->second;
-  }
-  void WriteValue(const std::u16string& key, const std::u16string& name,
-                  const RegistryData& data) override {
-    values[key + u"|" + name] = data;
-  }
-  void DeleteValue(const std::u16string& key, const std::u16string& name) override {
-    values.erase(key + u"|" + name);
-  }
-  std::map<std::u16string, RegistryData> values;
-};
+using test::MemoryRegistry;
 
 const std::u16string k10 = u"Software\\Microsoft\\Office\\10.0\\Outlook\\Categories|Masterlist";
 const std::u16string k11 = u"Software\\Microsoft\\Office\\11.0\\Outlook\\Categories|Masterlist";

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "support/IMapiLibrary.h"
+
+namespace t4::posix {
+
+// Without Outlook there is no MAPI subsystem to share: the session is the
+// profile's own and its logon always succeeds.
+class PosixMapiLibrary : public IMapiLibrary {
+ public:
+  std::shared_ptr<IMapiSession> CreateSession() override;
+};
+
+}  // namespace t4::posix
