@@ -1,0 +1,28 @@
+#pragma once
+
+#include <oaidl.h>
+
+#include "masterlist/ICategoryStore.h"
+
+namespace t4::win32 {
+
+// Outlook 2007's category list through its object model, late bound:
+// Application.GetNamespace("MAPI").Categories with Add(Name, Color,
+// ShortcutKey), Remove(Index), Item(i) and each Category's Name, Color,
+// ShortcutKey, CategoryID. Numbers are converted with CategoryNumbering.
+class DispatchCategoryStore : public ICategoryStore {
+ public:
+  // Keeps a reference to Outlook's Application object (not null).
+  explicit DispatchCategoryStore(IDispatch* outlook);
+  ~DispatchCategoryStore() override;
+
+  std::vector<StoredCategory> List() override;
+  std::u16string Add(const StoredCategory& category) override;
+  void Update(const StoredCategory& category) override;
+  void Remove(const std::u16string& id) override;
+
+ private:
+  IDispatch* outlook_;
+};
+
+}  // namespace t4::win32

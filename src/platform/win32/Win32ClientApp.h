@@ -1,0 +1,36 @@
+#pragma once
+
+#include <oaidl.h>
+
+#include <functional>
+
+#include "support/IClientApp.h"
+
+namespace t4::win32 {
+
+// Outlook's Application object behind its IDispatch: Version by late
+// binding, Quit (DISPID 61447) through one of its application event
+// connection points (ApplicationEvents, ApplicationEvents_11, or the first
+// one it lists).
+class Win32ClientApp : public IClientApp {
+ public:
+  // Keeps a reference to `outlook` (not null).
+  explicit Win32ClientApp(IDispatch* outlook);
+  ~Win32ClientApp() override;
+
+  std::u16string Version() override;
+  // Error 459 when the object offers no connection point.
+  void AdviseQuit(std::function<void()> onQuit) override;
+  void UnadviseQuit() override;
+
+  // The object itself, for late-bound calls that pass it on (no new
+  // reference).
+  IDispatch* Object() const { return outlook_; }
+
+ private:
+  IDispatch* outlook_;
+  struct Subscription;
+  Subscription* subscription_ = nullptr;
+};
+
+}  // namespace t4::win32
