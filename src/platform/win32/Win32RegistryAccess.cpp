@@ -2,8 +2,11 @@
 
 #include <windows.h>
 
+#include <memory>
+
 #include "platform/win32/WinText.h"
 #include "support/Error.h"
+#include "support/Ports.h"
 
 namespace t4::win32 {
 
@@ -90,3 +93,11 @@ void Win32RegistryAccess::DeleteValue(const std::u16string& key, const std::u16s
 }
 
 }  // namespace t4::win32
+
+namespace t4 {
+
+std::shared_ptr<IRegistryAccess> CreatePlatformRegistry() {
+  return std::make_shared<win32::Win32RegistryAccess>();
+}
+
+}  // namespace t4
