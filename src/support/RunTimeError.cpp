@@ -28,6 +28,7 @@ constexpr Row kTexts[] = {
     {70, u"Permission denied"},
     {75, u"Path/File access error"},
     {76, u"Path not found"},
+    {321, u"Invalid file format"},
     {91, u"Object variable or With block variable not set"},
     {94, u"Invalid use of Null"},
     {326, u"Resource with identifier not found"},

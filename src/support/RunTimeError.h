@@ -31,6 +31,7 @@ class RunTimeError {
     kPermissionDenied = 70,
     kPathFileAccessError = 75,
     kPathNotFound = 76,
+    kInvalidFileFormat = 321,
     kObjectVariableNotSet = 91,
     kInvalidUseOfNull = 94,
     kResourceNotFound = 326,

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "support/IRegistryAccess.h"
+
+namespace t4 {
+
+// HKEY_CURRENT_USER kept in a registry script file, in the form the Windows
+// registry editor exports (RegistryScript), so the file can be carried to
+// and from a Windows machine with regedit. Every call reads the file anew;
+// a missing file is an empty registry. A change replaces the whole file at
+// once (a temporary file in the same folder, flushed to disk, renamed over
+// the old one) and leaves every line but the value's own as it was. A file
+// that cannot be parsed is never written; its calls raise run-time error 321.
+// Files that cannot be read or written raise 70 (permission denied), 61
+// (disk full) or 75 (path/file access error) with the system's reason.
+class PosixRegistryFile : public IRegistryAccess {
+ public:
+  explicit PosixRegistryFile(std::string path);
+
+  // $TANDREL4_REGISTRY_FILE when set, else
+  // <$XDG_CONFIG_HOME, or ~/.config>/Tandrel4/registry.reg.
+  static std::string DefaultPath();
+  const std::string& Path() const { return path_; }
+
+  std::optional<RegistryData> ReadValue(const std::u16string& key,
+                                        const std::u16string& name) override;
+  void WriteValue(const std::u16string& key, const std::u16string& name,
+                  const RegistryData& data) override;
+  void DeleteValue(const std::u16string& key, const std::u16string& name) override;
+
+ private:
+  // The file's bytes, or nothing when there is no file.
+  std::optional<std::string> Load() const;
+  // Puts `bytes` in place of the file, creating missing folders.
+  void Store(const std::string& bytes) const;
+
+  std::string path_;
+};
+
+}  // namespace t4
