@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <system_error>
 #include <utility>
+
+#include "support/Ports.h"
 #include <vector>
 
 #include "platform/posix/RegistryScript.h"
@@ -194,6 +196,10 @@ void PosixRegistryFile::Store(const std::string& bytes) const {
     ::fsync(dir);
     ::close(dir);
   }
+}
+
+std::shared_ptr<IRegistryAccess> CreatePlatformRegistry() {
+  return std::make_shared<PosixRegistryFile>(PosixRegistryFile::DefaultPath());
 }
 
 }  // namespace t4
