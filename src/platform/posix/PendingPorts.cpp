@@ -1,12 +1,9 @@
-// Placeholder until the registry file and the XML rules component land.
+// Placeholder until the registry file lands.
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
 
 namespace t4 {
 std::shared_ptr<IRegistryAccess> CreatePlatformRegistry() {
   throw RunTimeError::NotImplemented(u"registry file");
-}
-std::shared_ptr<IRulesLibrary> CreatePlatformRulesLibrary() {
-  throw RunTimeError::NotImplemented(u"rules component");
 }
 }  // namespace t4
