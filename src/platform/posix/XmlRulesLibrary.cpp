@@ -1,0 +1,40 @@
+#include "platform/posix/XmlRulesLibrary.h"
+
+#include <cstdlib>
+
+#include "platform/posix/PosixShellPort.h"
+#include "platform/posix/XmlRulesReader.h"
+#include "support/Ports.h"
+#include "support/RunTimeError.h"
+#include "support/Utf.h"
+#include "support/modSpecialFolder2.h"
+
+namespace t4 {
+
+namespace posix {
+
+XmlRulesLibrary::XmlRulesLibrary() : profileDir_(DefaultProfileDir()) {}
+
+std::filesystem::path XmlRulesLibrary::DefaultProfileDir() {
+  const char* chosen = std::getenv("TANDREL4_PROFILE_DIR");
+  if (chosen != nullptr && *chosen != 0) return chosen;
+  // The same per-user folder the shell port hands out, without going
+  // through the port a test may have replaced.
+  const std::u16string config =
+      PosixShellPort().SpecialFolderPath(modSpecialFolder2::kCsidlAppData);
+  if (config.empty()) return {};
+  return std::filesystem::path(Utf::ToUtf8(config)) / "Tandrel4" / "profile";
+}
+
+std::shared_ptr<IRulesReader> XmlRulesLibrary::CreateRulesReader() {
+  if (profileDir_.empty()) throw RunTimeError::Make(RunTimeError::kPathNotFound);
+  return std::make_shared<XmlRulesReader>(profileDir_);
+}
+
+}  // namespace posix
+
+std::shared_ptr<IRulesLibrary> CreatePlatformRulesLibrary() {
+  return std::make_shared<posix::XmlRulesLibrary>();
+}
+
+}  // namespace t4
