@@ -19,11 +19,13 @@ class DispatchRuleStore : public IRuleStore {
 
   int32_t Count() override;
   std::vector<std::u16string> Categories(int32_t index, bool assign) override;
-  void SetCategories(int32_t index, bool assign,
-                     const std::vector<std::u16string>& names) override;
+  void SetCategories(int32_t index, bool assign, const std::vector<std::u16string>& names) override;
   void Save() override;
 
  private:
+  // The rules collection, fetched on first use.
+  IDispatch* Rules();
+
   IDispatch* outlook_;
   IDispatch* rules_ = nullptr;
 };

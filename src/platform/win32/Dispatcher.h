@@ -1,0 +1,56 @@
+#pragma once
+
+#include <oaidl.h>
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/win32/DispatchPtr.h"
+#include "platform/win32/Variant.h"
+
+namespace t4::win32 {
+
+// Late binding on one IDispatch: members are looked up by name
+// (GetIDsOfNames, LOCALE_USER_DEFAULT) and invoked as method, property get
+// or property put. Arguments come in the order the member declares them;
+// by-reference arguments (Variant::TextRef) hold the callee's new value
+// afterwards, left-out optional ones are Variant::Missing.
+//
+// Failures become t4::Error the way a VB client of the same member would
+// see them:
+//   DISP_E_EXCEPTION  -> the EXCEPINFO's scode (its wCode when there is no
+//                        scode), source and description; a VB run-time
+//                        code 0x800Annnn comes back as number nnnn
+//   DISP_E_UNKNOWNNAME -> 438 (object doesn't support this member)
+//   any other failure -> the HRESULT as number (0x800Annnn again as nnnn)
+class Dispatcher {
+ public:
+  // Keeps a reference to `object`; a null object raises 91 on every call.
+  explicit Dispatcher(IDispatch* object) : object_(object) {}
+  explicit Dispatcher(DispatchPtr object) : object_(std::move(object)) {}
+
+  // A method (DISPATCH_METHOD); its result, Empty for a Sub.
+  Variant Call(std::u16string_view name, std::span<Variant> args = {}) const;
+  // A property value, or the result of a method used as one (Item(i)).
+  Variant Get(std::u16string_view name, std::span<Variant> args = {}) const;
+  // Puts `value` (after `args`, the property's own index arguments).
+  void Put(std::u16string_view name, Variant value, std::span<Variant> args = {}) const;
+  // A property or method result that must be an object.
+  Dispatcher GetObject(std::u16string_view name, std::span<Variant> args = {}) const;
+
+  IDispatch* Object() const noexcept { return object_.Get(); }
+  // Gives the object's reference up to the caller.
+  IDispatch* Detach() noexcept { return object_.Detach(); }
+
+  // The error number a failed HRESULT stands for (0x800Annnn -> nnnn).
+  static int32_t NumberOf(HRESULT hr) noexcept;
+
+ private:
+  Variant Invoke(std::u16string_view name, WORD flags, std::span<Variant> args,
+                 const VARIANT* putValue) const;
+
+  DispatchPtr object_;
+};
+
+}  // namespace t4::win32

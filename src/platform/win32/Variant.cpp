@@ -1,0 +1,256 @@
+#include "platform/win32/Variant.h"
+
+#include <new>
+#include <utility>
+
+#include "support/RunTimeError.h"
+
+namespace t4::win32 {
+
+namespace {
+
+// Coerces `value` to `type` into `result` (read through references); the
+// failures raise what the VB run time raises for the same conversion.
+void Coerce(const VARIANT& value, VARIANT* result, VARTYPE type) {
+  const HRESULT hr = ::VariantChangeType(result, const_cast<VARIANT*>(&value), 0, type);
+  if (SUCCEEDED(hr)) return;
+  if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
+  if (hr == DISP_E_OVERFLOW) throw RunTimeError::Make(RunTimeError::kOverflow);
+  throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+}
+
+// Copies `value` with every reference resolved (VT_BYREF|VT_VARIANT chains
+// included), so the readers only ever see direct values.
+void CopyDirect(const VARIANT& value, VARIANT* result) {
+  const VARIANT* current = &value;
+  // A client cannot build a cycle of references; the bound only guards
+  // against a broken one.
+  for (int depth = 0; depth < 16; ++depth) {
+    if (V_VT(current) != (VT_BYREF | VT_VARIANT) || V_VARIANTREF(current) == nullptr) break;
+    current = V_VARIANTREF(current);
+  }
+  const HRESULT hr = ::VariantCopyInd(result, const_cast<VARIANT*>(current));
+  if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
+  if (FAILED(hr)) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+}
+
+std::u16string TextOfDirect(const VARIANT& value) {
+  Variant text;
+  Coerce(value, text.Out(), VT_BSTR);
+  return FromBstr(V_BSTR(&text.Raw()));
+}
+
+// The texts of a one-dimensional array of VARIANT or BSTR, from its lower
+// to its upper bound.
+std::vector<std::u16string> TextsOfArray(SAFEARRAY* array, VARTYPE element) {
+  std::vector<std::u16string> texts;
+  if (array == nullptr) return texts;
+  if (::SafeArrayGetDim(array) != 1) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+  LONG lower = 0;
+  LONG upper = -1;
+  if (FAILED(::SafeArrayGetLBound(array, 1, &lower)) ||
+      FAILED(::SafeArrayGetUBound(array, 1, &upper))) {
+    throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+  }
+  for (LONG i = lower; i <= upper; ++i) {
+    if (element == VT_BSTR) {
+      BSTR text = nullptr;
+      const HRESULT hr = ::SafeArrayGetElement(array, &i, &text);
+      if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
+      if (FAILED(hr)) throw RunTimeError::Make(RunTimeError::kSubscriptOutOfRange);
+      std::u16string copy;
+      try {
+        copy = FromBstr(text);
+      } catch (...) {
+        ::SysFreeString(text);
+        throw;
+      }
+      ::SysFreeString(text);
+      texts.push_back(std::move(copy));
+    } else {
+      Variant item;
+      const HRESULT hr = ::SafeArrayGetElement(array, &i, item.Out());
+      if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
+      if (FAILED(hr)) throw RunTimeError::Make(RunTimeError::kSubscriptOutOfRange);
+      texts.push_back(item.ToText());
+    }
+  }
+  return texts;
+}
+
+}  // namespace
+
+BSTR ToBstr(std::u16string_view text) {
+  BSTR result = ::SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.data()),
+                                    static_cast<UINT>(text.size()));
+  if (result == nullptr) throw std::bad_alloc();
+  return result;
+}
+
+std::u16string FromBstr(BSTR text) {
+  if (text == nullptr) return std::u16string();
+  return std::u16string(reinterpret_cast<const char16_t*>(text), ::SysStringLen(text));
+}
+
+Variant::Variant() noexcept {
+  ::VariantInit(&value_);
+}
+
+Variant::~Variant() {
+  Clear();
+}
+
+Variant::Variant(Variant&& other) noexcept : value_(other.value_), slot_(other.slot_) {
+  ::VariantInit(&other.value_);
+  other.slot_ = nullptr;
+}
+
+Variant& Variant::operator=(Variant&& other) noexcept {
+  if (this != &other) {
+    Clear();
+    value_ = other.value_;
+    slot_ = std::exchange(other.slot_, nullptr);
+    ::VariantInit(&other.value_);
+  }
+  return *this;
+}
+
+void Variant::Clear() noexcept {
+  // A by-reference VARIANT owns nothing itself; the slot is ours.
+  ::VariantClear(&value_);
+  if (slot_ != nullptr) {
+    ::SysFreeString(*slot_);
+    delete slot_;
+    slot_ = nullptr;
+  }
+}
+
+VARIANT* Variant::Out() noexcept {
+  Clear();
+  return &value_;
+}
+
+Variant Variant::Text(std::u16string_view text) {
+  Variant v;
+  V_BSTR(&v.value_) = ToBstr(text);
+  V_VT(&v.value_) = VT_BSTR;
+  return v;
+}
+
+Variant Variant::Long(int32_t value) {
+  Variant v;
+  V_VT(&v.value_) = VT_I4;
+  V_I4(&v.value_) = value;
+  return v;
+}
+
+Variant Variant::Bool(bool value) {
+  Variant v;
+  V_VT(&v.value_) = VT_BOOL;
+  V_BOOL(&v.value_) = value ? VARIANT_TRUE : VARIANT_FALSE;
+  return v;
+}
+
+Variant Variant::Object(IDispatch* object) {
+  Variant v;
+  if (object != nullptr) object->AddRef();
+  V_VT(&v.value_) = VT_DISPATCH;
+  V_DISPATCH(&v.value_) = object;
+  return v;
+}
+
+Variant Variant::Missing() {
+  Variant v;
+  V_VT(&v.value_) = VT_ERROR;
+  V_ERROR(&v.value_) = DISP_E_PARAMNOTFOUND;
+  return v;
+}
+
+Variant Variant::TextArray(const std::vector<std::u16string>& texts) {
+  SAFEARRAY* array = ::SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(texts.size()));
+  if (array == nullptr) throw std::bad_alloc();
+  // The Variant owns the array from here, so a failure below frees it.
+  Variant v;
+  V_VT(&v.value_) = VT_ARRAY | VT_VARIANT;
+  V_ARRAY(&v.value_) = array;
+  for (size_t i = 0; i < texts.size(); ++i) {
+    Variant item = Text(texts[i]);
+    LONG index = static_cast<LONG>(i);
+    // SafeArrayPutElement copies the VARIANT (and its string).
+    const HRESULT hr = ::SafeArrayPutElement(array, &index, &item.value_);
+    if (FAILED(hr)) throw std::bad_alloc();
+  }
+  return v;
+}
+
+Variant Variant::TextRef(std::u16string_view text) {
+  Variant v;
+  v.slot_ = new BSTR(nullptr);
+  *v.slot_ = ToBstr(text);
+  V_VT(&v.value_) = VT_BYREF | VT_BSTR;
+  V_BSTRREF(&v.value_) = v.slot_;
+  return v;
+}
+
+std::u16string Variant::ToText() const {
+  Variant direct;
+  CopyDirect(value_, direct.Out());
+  return TextOfDirect(direct.value_);
+}
+
+int32_t Variant::ToLong() const {
+  Variant direct;
+  CopyDirect(value_, direct.Out());
+  Variant number;
+  Coerce(direct.value_, number.Out(), VT_I4);
+  return V_I4(&number.value_);
+}
+
+bool Variant::ToBool() const {
+  Variant direct;
+  CopyDirect(value_, direct.Out());
+  Variant truth;
+  Coerce(direct.value_, truth.Out(), VT_BOOL);
+  return V_BOOL(&truth.value_) != VARIANT_FALSE;
+}
+
+DispatchPtr Variant::ToObject() const {
+  Variant direct;
+  CopyDirect(value_, direct.Out());
+  const VARTYPE type = V_VT(&direct.value_);
+  if (type != VT_DISPATCH && type != VT_UNKNOWN) {
+    throw RunTimeError::Make(RunTimeError::kObjectRequired);
+  }
+  IUnknown* unknown = type == VT_DISPATCH ? V_DISPATCH(&direct.value_) : V_UNKNOWN(&direct.value_);
+  if (unknown == nullptr) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
+  IDispatch* object = nullptr;
+  if (FAILED(unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&object))) ||
+      object == nullptr) {
+    throw RunTimeError::Make(RunTimeError::kObjectRequired);
+  }
+  return DispatchPtr::Attach(object);
+}
+
+std::vector<std::u16string> Variant::ToTextList() const {
+  Variant direct;
+  CopyDirect(value_, direct.Out());
+  const VARTYPE type = V_VT(&direct.value_);
+  if (type == VT_EMPTY || type == VT_NULL) return {};
+  if ((type & VT_ARRAY) != 0) {
+    const VARTYPE element = static_cast<VARTYPE>(type & ~VT_ARRAY);
+    if (element != VT_VARIANT && element != VT_BSTR) {
+      throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+    }
+    return TextsOfArray(V_ARRAY(&direct.value_), element);
+  }
+  std::u16string text = TextOfDirect(direct.value_);
+  if (text.empty()) return {};
+  return {std::move(text)};
+}
+
+std::u16string Variant::RefText() const {
+  if (V_VT(&value_) != (VT_BYREF | VT_BSTR) || V_BSTRREF(&value_) == nullptr) return u"";
+  return FromBstr(*V_BSTRREF(&value_));
+}
+
+}  // namespace t4::win32

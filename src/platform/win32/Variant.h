@@ -1,0 +1,76 @@
+#pragma once
+
+#include <oaidl.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/win32/DispatchPtr.h"
+
+namespace t4::win32 {
+
+// Owns one VARIANT for late-bound calls: the arguments the library passes
+// and the results it reads. Move-only; clears on scope exit.
+//
+// A by-reference text (TextRef) keeps its BSTR in a slot of its own on the
+// heap, so the VT_BYREF pointer stays valid when the Variant moves; the
+// callee may free and replace the string there, RefText reads what it left.
+//
+// The readers follow OLE Automation coercion (VariantChangeType) and read
+// through references. What cannot be converted raises run-time error 13,
+// a number out of range 6, as a VB caller of the same member would see.
+class Variant {
+ public:
+  Variant() noexcept;
+  ~Variant();
+  Variant(Variant&& other) noexcept;
+  Variant& operator=(Variant&& other) noexcept;
+  Variant(const Variant&) = delete;
+  Variant& operator=(const Variant&) = delete;
+
+  static Variant Text(std::u16string_view text);
+  static Variant Long(int32_t value);
+  static Variant Bool(bool value);
+  // Adds its own reference (null gives Nothing).
+  static Variant Object(IDispatch* object);
+  // An optional argument left out: VT_ERROR with DISP_E_PARAMNOTFOUND.
+  static Variant Missing();
+  // A one-dimensional, 0-based SAFEARRAY of VARIANTs each holding a BSTR
+  // (VT_ARRAY|VT_VARIANT), the array type script and VB clients hand out.
+  static Variant TextArray(const std::vector<std::u16string>& texts);
+  // VT_BYREF|VT_BSTR over a slot holding `text`.
+  static Variant TextRef(std::u16string_view text);
+
+  // The value as text, number, truth value or object. ToObject raises 424
+  // for a value that is no object and 91 for Nothing.
+  std::u16string ToText() const;
+  int32_t ToLong() const;
+  bool ToBool() const;
+  DispatchPtr ToObject() const;
+  // A one-dimensional SAFEARRAY of VARIANT or BSTR (any lower bound) as
+  // texts; Empty, Null and "" as no text, any other single value as one.
+  std::vector<std::u16string> ToTextList() const;
+  // The text a by-reference argument holds now ("" for any other value).
+  std::u16string RefText() const;
+
+  bool IsEmpty() const noexcept { return V_VT(&value_) == VT_EMPTY; }
+  const VARIANT& Raw() const noexcept { return value_; }
+  // Clears the value and hands the VARIANT out to be filled, for an
+  // [out, retval] of a call.
+  VARIANT* Out() noexcept;
+
+ private:
+  void Clear() noexcept;
+
+  VARIANT value_;
+  BSTR* slot_ = nullptr;
+};
+
+// BSTR to and from the core's strings; a null BSTR is "". ToBstr raises
+// std::bad_alloc when the allocation fails.
+BSTR ToBstr(std::u16string_view text);
+std::u16string FromBstr(BSTR text);
+
+}  // namespace t4::win32
