@@ -6,7 +6,9 @@
 # In a fresh Wine prefix inside the build directory it
 #   1. registers the DLL for all users (regsvr32), checks the keys, runs every
 #      VBScript and JScript test and the two conformance programs, then
-#      unregisters and checks that no key is left;
+#      unregisters and checks that no key is left. The test-only Outlook
+#      stand-in (standin/, T4OutlookStandIn.dll) is registered alongside,
+#      checked by its own script and program, and unregistered just before;
 #   2. registers it for the current user (regsvr32 /n /i:user), checks that
 #      the keys went to HKCU\Software\Classes and nowhere else, unregisters
 #      and checks again.
@@ -34,7 +36,9 @@ finish() {
 
 dll=$build/src/com/Tandrel4.dll
 programs=("$build/tests/wine/t4_conformance.exe" "$build/tests/wine/t4_com_internal.exe")
-for file in "$dll" "${programs[@]}"; do
+standin=$build/tests/wine/standin/T4OutlookStandIn.dll
+standin_program=$build/tests/wine/standin/t4_standin_events.exe
+for file in "$dll" "${programs[@]}" "$standin" "$standin_program"; do
   if [ ! -f "$file" ]; then
     fail "build output" "missing $file (build the mingw64 preset first)"
     finish
@@ -69,7 +73,7 @@ wineserver -w
 
 workdir=$WINEPREFIX/drive_c/t4tests
 mkdir -p "$workdir"
-cp "$dll" "${programs[@]}" "$workdir/"
+cp "$dll" "${programs[@]}" "$standin" "$standin_program" "$workdir/"
 shopt -s nullglob
 scripts=()
 # Each script runs with the shared helpers of lib/prelude.<ext> in front of
@@ -79,6 +83,7 @@ for script in "$here"/*.vbs "$here"/*.js; do
   scripts+=("$(basename "$script")")
 done
 shopt -u nullglob
+cat "$here/lib/prelude.vbs" "$here/standin/standin.vbs" > "$workdir/standin.vbs"
 # Expects the classes to be gone, so it runs only after unregistration.
 cp "$here/unregistered/unregistered.vbs" "$workdir/"
 cd "$workdir" || exit 2
@@ -120,6 +125,18 @@ all_keys() {
   echo "TypeLib\\$libid"
   local iid
   for iid in "${interfaces[@]}"; do echo "Interface\\$iid"; done
+}
+
+# The stand-in's classes: CLSID and ProgID.
+standin_classes=('{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A01}' Tandrel4Test.Outlook
+                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A02}' Tandrel4Test.OutlookNoEvents
+                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A03}' dimdo.dimdosession)
+standin_keys() {
+  local i
+  for ((i = 0; i < ${#standin_classes[@]}; i += 2)); do
+    echo "CLSID\\${standin_classes[i]}"
+    echo "${standin_classes[i + 1]}"
+  done
 }
 
 key_exists() { wine reg query "$1" >/dev/null 2>&1; }
@@ -207,12 +224,38 @@ for clsid in "${noncreatable[@]}"; do
   fi
 done
 
+if wine regsvr32 /s T4OutlookStandIn.dll >"$log/regsvr32-standin.txt" 2>&1; then
+  pass "regsvr32 registers the Outlook stand-in T4OutlookStandIn.dll"
+else
+  fail "regsvr32 registers the Outlook stand-in T4OutlookStandIn.dll" "exit status $?"
+fi
+for ((i = 0; i < ${#standin_classes[@]}; i += 2)); do
+  clsid=${standin_classes[i]}
+  progid=${standin_classes[i + 1]}
+  check_value "HKCR\\CLSID\\$clsid\\InprocServer32" "" 'C:\t4tests\T4OutlookStandIn.dll' \
+    "stand-in $progid InprocServer32 is the DLL path"
+  check_value "HKCR\\CLSID\\$clsid\\InprocServer32" ThreadingModel Apartment \
+    "stand-in $progid ThreadingModel is Apartment"
+  check_value "HKCR\\CLSID\\$clsid\\ProgID" "" "$progid" "stand-in $progid CLSID names its ProgID"
+  check_value "HKCR\\$progid\\CLSID" "" "$clsid" "stand-in ProgID $progid names its CLSID"
+done
+
 for script in "${scripts[@]}"; do
   # A relative path: Wine's cscript would read "/..." as an option.
   run_test "$script" wine cscript //nologo "$script"
 done
 run_test t4_conformance wine t4_conformance.exe
 run_test t4_com_internal wine t4_com_internal.exe
+run_test standin.vbs wine cscript //nologo standin.vbs
+run_test t4_standin_events wine t4_standin_events.exe
+
+if wine regsvr32 /u /s T4OutlookStandIn.dll >>"$log/regsvr32-standin.txt" 2>&1; then
+  pass "regsvr32 /u unregisters the Outlook stand-in"
+else
+  fail "regsvr32 /u unregisters the Outlook stand-in" "exit status $?"
+fi
+mapfile -t keys < <(standin_keys)
+expect_keys HKCR absent "unregistering the stand-in leaves no key under HKEY_CLASSES_ROOT" "${keys[@]}"
 
 if wine regsvr32 /u /s Tandrel4.dll >>"$log/regsvr32.txt" 2>&1; then
   pass "regsvr32 /u unregisters Tandrel4.dll"
