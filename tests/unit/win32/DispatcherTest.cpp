@@ -15,6 +15,14 @@ using test::Raise;
 using win32::Dispatcher;
 using win32::Variant;
 
+// A deferred EXCEPINFO fill-in. A named function rather than a lambda: the
+// callback is __stdcall, to which a lambda does not convert on 32-bit x86.
+HRESULT STDMETHODCALLTYPE FillInLater(EXCEPINFO* info) {
+  info->scode = static_cast<SCODE>(0x800A0005);
+  info->bstrDescription = test::Bstr(u"Filled in later");
+  return S_OK;
+}
+
 class DispatcherTest : public test::ComTest {};
 
 // The error a call raises, or -1 when it raises none.
@@ -138,11 +146,7 @@ TEST_F(DispatcherTest, ExceptionsKeepTheCalleesNumberAndText) {
            [](FakeCall& c) { return Raise(c, static_cast<SCODE>(0x80040111), 0, u""); });
   fake->On(u"Deferred", [](FakeCall& c) {
     *c.exception = {};
-    c.exception->pfnDeferredFillIn = [](EXCEPINFO* info) -> HRESULT {
-      info->scode = static_cast<SCODE>(0x800A0005);
-      info->bstrDescription = test::Bstr(u"Filled in later");
-      return S_OK;
-    };
+    c.exception->pfnDeferredFillIn = &FillInLater;
     return DISP_E_EXCEPTION;
   });
   const Dispatcher d(object);
