@@ -9,6 +9,7 @@
 #include "com/Wrappers.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
+#include "platform/win32/Win32ClientApp.h"
 
 namespace t4::com {
 
@@ -69,8 +70,11 @@ HRESULT ApplicationObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
   return Boundary(kItf, [&] { *bChanged = ToVariantBool(core_->Changed()); });
 }
 
-HRESULT ApplicationObject::Initialize(IDispatch*) noexcept {
-  return NotImplemented(kItf, u"Application.Initialize");
+HRESULT ApplicationObject::Initialize(IDispatch* olApp) noexcept {
+  // Nothing goes to the core as no client, which raises 91 there.
+  return Boundary(kItf, [&] {
+    core_->Initialize(olApp != nullptr ? std::make_shared<win32::Win32ClientApp>(olApp) : nullptr);
+  });
 }
 
 HRESULT ApplicationObject::get_OutlookItems(_OutlookItems** oOutlookItems) noexcept {
@@ -84,7 +88,7 @@ HRESULT ApplicationObject::ReadItems(VARIANT*) noexcept {
 }
 
 HRESULT ApplicationObject::ReadMasterlist() noexcept {
-  return NotImplemented(kItf, u"Application.ReadMasterlist");
+  return Boundary(kItf, [&] { core_->ReadMasterlist(); });
 }
 
 HRESULT ApplicationObject::Redo() noexcept {
@@ -102,7 +106,7 @@ HRESULT ApplicationObject::get_RulesSupported(VARIANT_BOOL* bSupported) noexcept
 }
 
 HRESULT ApplicationObject::SaveChanges() noexcept {
-  return NotImplemented(kItf, u"Application.SaveChanges");
+  return Boundary(kItf, [&] { core_->SaveChanges(); });
 }
 
 HRESULT ApplicationObject::Terminate() noexcept {

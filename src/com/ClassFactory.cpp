@@ -5,6 +5,7 @@
 #include "com/ApplicationObject.h"
 #include "com/ComModule.h"
 #include "com/FolderDataObject.h"
+#include "com/RulesReaderObject.h"
 #include "com/Tandrel4_h.h"
 
 namespace t4::com {
@@ -19,6 +20,7 @@ struct CreatableClass {
 const CreatableClass kCreatable[] = {
     {&CLSID_Application, &ApplicationObject::Create},
     {&CLSID_FolderData, &FolderDataObject::Create},
+    {&CLSID_CategoryRules, &RulesReaderObject::Create},
 };
 
 }  // namespace

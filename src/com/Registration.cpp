@@ -27,6 +27,10 @@ const ClassEntry kClasses[] = {
     {&CLSID_Application, L"Tandrel4 Application", L"Tandrel4.Application",
      L"Tandrel4.Application.1"},
     {&CLSID_FolderData, L"Tandrel4 FolderData", L"Tandrel4.FolderData", L"Tandrel4.FolderData.1"},
+    // The library finds the rules component by its class identifier; the
+    // ProgIDs are for hosts that create it themselves.
+    {&CLSID_CategoryRules, L"Tandrel4 CategoryRules", L"Tandrel4.CategoryRules",
+     L"Tandrel4.CategoryRules.1"},
 };
 
 constexpr WORD kTypeLibMajor = 1;

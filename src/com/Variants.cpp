@@ -132,6 +132,19 @@ bool IsMissing(const VARIANT& value) noexcept {
   return V_VT(&v) == VT_ERROR && V_ERROR(&v) == DISP_E_PARAMNOTFOUND;
 }
 
+IDispatch* ObjectOf(const VARIANT& value) {
+  const VARIANT& v = Deref(value);
+  IDispatch* object = nullptr;
+  if (V_VT(&v) == VT_DISPATCH) {
+    object = V_DISPATCH(&v);
+  } else if (V_VT(&v) == (VT_BYREF | VT_DISPATCH) && V_DISPATCHREF(&v) != nullptr) {
+    object = *V_DISPATCHREF(&v);
+  } else {
+    throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+  }
+  return RunTimeError::Require(object);
+}
+
 std::u16string TextOf(const VARIANT& value) {
   ScopedVariant result;
   Coerce(value, result.get(), VT_BSTR);

@@ -55,6 +55,12 @@ std::u16string OptionalText(const VARIANT& value, std::u16string_view fallback);
 int32_t OptionalLong(const VARIANT& value, int32_t fallback);
 bool OptionalBool(const VARIANT& value, bool fallback);
 
+// The object a host passes in a VARIANT: VT_DISPATCH, or a reference to
+// one (VT_BYREF|VT_DISPATCH from a typed VB variable, a script variable).
+// No new reference. Nothing raises 91 (object variable not set), anything
+// that is no object raises 13 (type mismatch).
+IDispatch* ObjectOf(const VARIANT& value);
+
 // The index a host passes to Item, Delete, Member or CategoriesRemove, read
 // the way the classic automation collection reads it:
 //   - any number (VT_I1..VT_UI8, VT_INT, VT_UINT, VT_R4, VT_R8, VT_CY,

@@ -86,27 +86,36 @@ shopt -u nullglob
 cat "$here/lib/prelude.vbs" "$here/standin/standin.vbs" > "$workdir/standin.vbs"
 # Expects the classes to be gone, so it runs only after unregistration.
 cp "$here/unregistered/unregistered.vbs" "$workdir/"
+# Driven step by step from here, with registry checks in between.
+cat "$here/lib/prelude.vbs" "$here/registry/registrylist.vbs" > "$workdir/registrylist.vbs"
 cd "$workdir" || exit 2
 
 clsid_application='{29EC682A-6DD1-42C7-888F-B9FF49ADDB42}'
 clsid_folderdata='{B5100A64-65BF-48C1-9C6D-A6BBF9CBBFFE}'
+clsid_categoryrules='{6B1D4E0C-3F2A-4C8B-9E57-2D8A1F4C7B90}'
 noncreatable=('{BEB50E76-39DB-46F1-94BA-4C0DB809B2E8}' '{FD0DBA36-A68C-48C9-B381-D5984A48CB43}'
-              '{14AA4F21-326B-4401-B69D-C827E8BD12B7}' '{D20D388C-5338-45C9-9ED8-2F02611D4E31}')
+              '{14AA4F21-326B-4401-B69D-C827E8BD12B7}' '{D20D388C-5338-45C9-9ED8-2F02611D4E31}'
+              '{F7A29B65-D8CD-470F-9E83-32D8CDD60E8C}' '{EB9E110E-04C2-4E2C-8C1A-FE520EF3C2A4}')
 libid='{68E21F8F-8B25-46AC-BF4D-0A68C88E40F3}'
 interfaces=('{D0BDC1C8-5FBE-4FB5-9A49-A13D56D0C8FF}' '{54A1C6C6-673E-490C-900F-76DB1FE82698}'
             '{79991F7F-EAE6-4A52-8117-717EA60AB316}' '{ED20FA5C-1784-4BBC-964F-D68F23E1C8F9}'
             '{C5C122CF-518F-425B-B128-DA14058F786C}' '{31992F29-5719-40BB-8C47-6F9C3C436A3C}'
             '{F8C39784-FF1F-4945-B6C3-5E2D18324C12}' '{D187E1DD-214D-4459-AAEF-9F4460985FDE}'
-            '{F8B93028-E06A-46C6-9856-7ACDBCC7FAD8}' '{9893D3E5-6B1F-4EC1-BECD-046A774D5A08}')
+            '{F8B93028-E06A-46C6-9856-7ACDBCC7FAD8}' '{9893D3E5-6B1F-4EC1-BECD-046A774D5A08}'
+            '{EBB1AAE2-A658-4E9F-9AC2-7FABC4D9D242}' '{16299DD7-8041-445B-8AED-ADB090877DD0}'
+            '{F791D9F4-222F-4BB7-9163-CDD146B3B9DF}')
 
 # Every key a registration writes, relative to a classes root.
 written_keys() {
   echo "CLSID\\$clsid_application\\InprocServer32"
   echo "CLSID\\$clsid_folderdata\\InprocServer32"
+  echo "CLSID\\$clsid_categoryrules\\InprocServer32"
   echo "Tandrel4.Application\\CurVer"
   echo "Tandrel4.Application.1\\CLSID"
   echo "Tandrel4.FolderData\\CurVer"
   echo "Tandrel4.FolderData.1\\CLSID"
+  echo "Tandrel4.CategoryRules\\CurVer"
+  echo "Tandrel4.CategoryRules.1\\CLSID"
   echo "TypeLib\\$libid\\1.0\\0\\win64"
   local iid
   for iid in "${interfaces[@]}"; do echo "Interface\\$iid"; done
@@ -115,13 +124,16 @@ written_keys() {
 # noncreatable classes, which are never registered).
 all_keys() {
   local clsid
-  for clsid in "$clsid_application" "$clsid_folderdata" "${noncreatable[@]}"; do
+  for clsid in "$clsid_application" "$clsid_folderdata" "$clsid_categoryrules" \
+    "${noncreatable[@]}"; do
     echo "CLSID\\$clsid"
   done
   echo "Tandrel4.Application"
   echo "Tandrel4.Application.1"
   echo "Tandrel4.FolderData"
   echo "Tandrel4.FolderData.1"
+  echo "Tandrel4.CategoryRules"
+  echo "Tandrel4.CategoryRules.1"
   echo "TypeLib\\$libid"
   local iid
   for iid in "${interfaces[@]}"; do echo "Interface\\$iid"; done
@@ -173,6 +185,28 @@ check_value() {
   fi
 }
 
+# expect_registry_value <key> <name> <type> <data> <label>: the value has
+# exactly this type and data (data "" for an empty text).
+expect_registry_value() {
+  local key=$1 name=$2 type=$3 data=$4 label=$5 out line
+  out=$(wine reg query "$key" /v "$name" 2>/dev/null | tr -d '\r')
+  line=$(printf '%s\n' "$out" | grep -E "^ +$name +REG_" | sed -E 's/ +$//')
+  if [ "$line" = "    $name    $type${data:+    $data}" ]; then
+    pass "$label"
+  else
+    fail "$label" "expected $type '$data', got '${line:-no value}'"
+  fi
+}
+
+expect_registry_absent() {
+  local key=$1 name=$2 label=$3
+  if wine reg query "$key" /v "$name" >/dev/null 2>&1; then
+    fail "$label" "the value is still there: $(wine reg query "$key" /v "$name" | tr -d '\r' | grep REG_)"
+  else
+    pass "$label"
+  fi
+}
+
 # run_test <label> <command...>: shows the output, counts its PASS/FAIL lines
 # and insists on the closing SUMMARY line (Wine's cscript ends with status 0
 # and says nothing when a script dies).
@@ -216,6 +250,11 @@ check_value "HKCR\\CLSID\\$clsid_application\\TypeLib" "" "$libid" "Application 
 check_value "HKCR\\Tandrel4.Application\\CLSID" "" "$clsid_application" "ProgID Application CLSID"
 check_value "HKCR\\Tandrel4.Application\\CurVer" "" Tandrel4.Application.1 "ProgID Application CurVer"
 check_value "HKCR\\Tandrel4.FolderData.1\\CLSID" "" "$clsid_folderdata" "ProgID FolderData.1 CLSID"
+check_value "HKCR\\CLSID\\$clsid_categoryrules\\InprocServer32" "" 'C:\t4tests\Tandrel4.dll' \
+  "CategoryRules InprocServer32 is the DLL path"
+check_value "HKCR\\CLSID\\$clsid_categoryrules\\ProgID" "" Tandrel4.CategoryRules.1 "CategoryRules ProgID"
+check_value "HKCR\\Tandrel4.CategoryRules\\CLSID" "" "$clsid_categoryrules" \
+  "ProgID CategoryRules CLSID"
 for clsid in "${noncreatable[@]}"; do
   if key_exists "HKCR\\CLSID\\$clsid"; then
     fail "noncreatable class $clsid is not registered" "key present"
@@ -244,6 +283,31 @@ for script in "${scripts[@]}"; do
   # A relative path: Wine's cscript would read "/..." as an option.
   run_test "$script" wine cscript //nologo "$script"
 done
+
+# Outlook 97 to 2003 keep the master list in the registry of the user:
+# Office 8.0 and 9.0 as text, 10.0 and 11.0 as UTF-16 bytes ending in a
+# zero character. registrylist.vbs binds the library to the stand-in with
+# the given version and writes, reads or empties the list; the values are
+# checked from here, with Wine's reg, as bytes.
+for entry in 8.5:8.0:REG_SZ 9.0:9.0:REG_SZ 10.0:10.0:REG_BINARY 11.0:11.0:REG_BINARY; do
+  IFS=: read -r version office type <<<"$entry"
+  key="HKCU\\Software\\Microsoft\\Office\\$office\\Outlook\\Categories"
+  if [ "$type" = REG_SZ ]; then written='A;' preset='B;'; else written=41003B000000 preset=42003B000000; fi
+  wine reg delete "$key" /v Masterlist /f >/dev/null 2>&1
+  run_test "registrylist.vbs $version write" wine cscript //nologo registrylist.vbs "$version" write
+  expect_registry_value "$key" Masterlist "$type" "$written" \
+    "Outlook $version: SaveChanges writes the list A as $type $written"
+  wine reg add "$key" /v Masterlist /t "$type" /d "$preset" /f >/dev/null 2>&1
+  run_test "registrylist.vbs $version read" wine cscript //nologo registrylist.vbs "$version" read
+  if [ "$type" = REG_SZ ]; then
+    expect_registry_value "$key" Masterlist REG_SZ "" \
+      "Outlook $version: an empty list is saved as an empty text"
+  else
+    expect_registry_absent "$key" Masterlist "Outlook $version: an empty list removes the value"
+  fi
+  wine reg delete "$key" /v Masterlist /f >/dev/null 2>&1
+done
+
 run_test t4_conformance wine t4_conformance.exe
 run_test t4_com_internal wine t4_com_internal.exe
 run_test standin.vbs wine cscript //nologo standin.vbs

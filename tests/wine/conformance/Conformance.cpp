@@ -81,8 +81,20 @@ void TestCreation() {
     ::CoTaskMemFree(progId);
   }
 
-  // By CLSID and by ProgID, for both creatable classes.
-  for (const wchar_t* name : {L"Tandrel4.Application", L"Tandrel4.FolderData"}) {
+  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.CategoryRules", &clsid), S_OK,
+                   "ProgID Tandrel4.CategoryRules resolves");
+  TestLog::Check(IsEqualCLSID(clsid, CLSID_CategoryRules),
+                 "ProgID Tandrel4.CategoryRules is CLSID");
+  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.CategoryRules.1", &clsid), S_OK,
+                   "ProgID Tandrel4.CategoryRules.1 resolves");
+  TestLog::Check(IsEqualCLSID(clsid, CLSID_CategoryRules),
+                 "ProgID Tandrel4.CategoryRules.1 is CLSID");
+  TestLog::Check(FAILED(::CLSIDFromProgID(L"Tandrel4.MasterlistObject", &clsid)),
+                 "noncreatable MasterlistObject has no ProgID");
+
+  // By CLSID and by ProgID, for the three creatable classes.
+  for (const wchar_t* name :
+       {L"Tandrel4.Application", L"Tandrel4.FolderData", L"Tandrel4.CategoryRules"}) {
     const std::string label = TestLog::Utf8(name);
     CLSID byProgId = GUID_NULL;
     ::CLSIDFromProgID(name, &byProgId);
@@ -355,19 +367,22 @@ void TestDispatch() {
     language->Release();
   }
 
-  // A pending member through IDispatch: DISP_E_EXCEPTION with the error.
+  // An error of the core through IDispatch: DISP_E_EXCEPTION with the
+  // error. Without Outlook there is no master list to read (91).
   EXCEPINFO excep = {};
   hr = app->Invoke(8, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &none, nullptr, &excep,
                    nullptr);
   TestLog::CheckHr(hr, DISP_E_EXCEPTION, "Invoke ReadMasterlist raises");
-  TestLog::Check(excep.scode == E_NOTIMPL, "EXCEPINFO scode is E_NOTIMPL",
+  TestLog::Check(excep.scode == static_cast<HRESULT>(0x800A005B), "EXCEPINFO scode is 91",
                  TestLog::Hex(excep.scode));
   TestLog::Check(
       excep.bstrDescription != nullptr &&
-          std::wstring(excep.bstrDescription) == L"Not implemented yet: Application.ReadMasterlist",
+          std::wstring(excep.bstrDescription) == L"Object variable or With block variable not set",
       "EXCEPINFO description", TestLog::Utf8(excep.bstrDescription));
-  TestLog::Check(excep.bstrSource != nullptr && std::wstring(excep.bstrSource) == L"Tandrel4",
-                 "EXCEPINFO source", TestLog::Utf8(excep.bstrSource));
+  TestLog::Check(
+      excep.bstrSource != nullptr &&
+          std::wstring(excep.bstrSource) == L"Tandrel4; Tandrel4.Application.ReadMasterlist (0)",
+      "EXCEPINFO source", TestLog::Utf8(excep.bstrSource));
   ::SysFreeString(excep.bstrDescription);
   ::SysFreeString(excep.bstrSource);
   ::SysFreeString(excep.bstrHelpFile);
@@ -392,10 +407,7 @@ void TestPendingMembers() {
   }
   VARIANT list;
   ::VariantInit(&list);
-  CheckPending(app->Initialize(nullptr), "Application.Initialize", IID__Application);
   CheckPending(app->ReadItems(&list), "Application.ReadItems", IID__Application);
-  CheckPending(app->ReadMasterlist(), "Application.ReadMasterlist", IID__Application);
-  CheckPending(app->SaveChanges(), "Application.SaveChanges", IID__Application);
   _Categories* categories = nullptr;
   if (SUCCEEDED(app->get_Categories(&categories)) && categories != nullptr) {
     BSTR file = ::SysAllocString(L"C:\\t4tests\\list.txt");
@@ -712,7 +724,7 @@ void TestTypeLibrary() {
     TestLog::Check(ok, "events " + label + " in order");
   }
 
-  // Classes: two creatable, four reached only through the object model.
+  // Classes: three creatable, six reached only through the object model.
   const struct {
     const CLSID* clsid;
     const wchar_t* name;
@@ -726,6 +738,10 @@ void TestTypeLibrary() {
       {&CLSID_Category, L"Category", false, &IID__Category, nullptr},
       {&CLSID_OutlookItems, L"OutlookItems", false, &IID__OutlookItems, nullptr},
       {&CLSID_OutlookItem, L"OutlookItem", false, &IID__OutlookItem, nullptr},
+      {&CLSID_CategoryRules, L"CategoryRules", true, &IID__CategoryRulesReader, nullptr},
+      {&CLSID_MasterlistObject, L"MasterlistObject", false, &IID__MasterlistObject, nullptr},
+      {&CLSID_CategoryRulesObject, L"CategoryRulesObject", false, &IID__CategoryRulesObject,
+       nullptr},
   };
   for (const auto& cls : classes) {
     const std::string label = "coclass " + TestLog::Utf8(cls.name);
@@ -1152,6 +1168,205 @@ void TestErrorsAndTerminate() {
                    "DllCanUnloadNow after Terminate and release of everything");
 }
 
+// The library bound to Outlook (the test stand-in, Tandrel4Test.Outlook):
+// the references it takes on Outlook's object and the objects of the rules
+// component (created through COM, from this same DLL) all go with
+// Terminate and the release of the Application, so the module can unload.
+void TestOutlookSession() {
+  CLSID clsid = GUID_NULL;
+  IDispatch* outlook = nullptr;
+  if (FAILED(::CLSIDFromProgID(L"Tandrel4Test.Outlook", &clsid)) ||
+      FAILED(::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
+                                reinterpret_cast<void**>(&outlook)))) {
+    TestLog::Fail("Outlook session", "the Outlook stand-in is not registered");
+    return;
+  }
+  using t4test::Call;
+  using t4test::Put;
+  using t4test::Var;
+  Call(outlook, L"Reset");
+  Put(outlook, L"Version", Var::Str(L"12.0.4518"));
+  IDispatch* ns = t4test::ObjectOf(Call(outlook, L"GetNamespace", {Var::Str(L"MAPI")}));
+  IDispatch* olCats = ns != nullptr ? t4test::ObjectOf(Call(ns, L"Categories")) : nullptr;
+  if (!TestLog::Check(olCats != nullptr, "the stand-in's categories")) {
+    if (ns != nullptr) ns->Release();
+    outlook->Release();
+    return;
+  }
+  Call(olCats, L"Add", {Var::Str(L"Work"), Var::I4(5), Var::I4(4)});
+  const ULONG outlookRefs = RefCount(outlook);
+
+  _Application* app = nullptr;
+  if (!TestLog::CheckHr(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER,
+                                           IID__Application, reinterpret_cast<void**>(&app)),
+                        S_OK, "Application for the Outlook session")) {
+    olCats->Release();
+    ns->Release();
+    outlook->Release();
+    return;
+  }
+  TestLog::CheckHr(app->Initialize(outlook), S_OK, "Initialize with the stand-in of Outlook 2007");
+  VARIANT_BOOL supported = VARIANT_FALSE;
+  app->get_RulesSupported(&supported);
+  TestLog::Check(supported == VARIANT_TRUE, "RulesSupported through the vtable");
+  TestLog::Check(RefCount(outlook) > outlookRefs, "the library holds Outlook while bound");
+  TestLog::CheckHr(app->ReadMasterlist(), S_OK, "ReadMasterlist through the vtable");
+  _Categories* cats = nullptr;
+  app->get_Categories(&cats);
+  LONG count = 0;
+  VARIANT ignore;
+  V_VT(&ignore) = VT_BOOL;
+  V_BOOL(&ignore) = VARIANT_TRUE;
+  if (cats != nullptr) cats->get_Count(ignore, &count);
+  TestLog::Check(count == 2, "the default category and Work are read",
+                 "count " + std::to_string(count));
+  _Category* added = nullptr;
+  if (cats != nullptr) {
+    BSTR name = ::SysAllocString(L"Errands");
+    VARIANT missing;
+    V_VT(&missing) = VT_ERROR;
+    V_ERROR(&missing) = DISP_E_PARAMNOTFOUND;
+    cats->Add(name, VARIANT_TRUE, missing, missing, missing, &added);
+    ::SysFreeString(name);
+  }
+  TestLog::CheckHr(app->SaveChanges(), S_OK, "SaveChanges through the vtable");
+  BSTR id = nullptr;
+  if (added != nullptr) added->get_CategoryID(&id);
+  TestLog::Check(::SysStringLen(id) == 38, "the added category took Outlook's CategoryID",
+                 TestLog::Utf8(id));
+  ::SysFreeString(id);
+  TestLog::Check(Call(olCats, L"Count").value.Long() == 2, "Outlook holds the added category");
+
+  TestLog::CheckHr(app->Terminate(), S_OK, "Terminate ends the Outlook session");
+  TestLog::Check(RefCount(outlook) == outlookRefs, "Terminate releases Outlook",
+                 std::to_string(RefCount(outlook)) + " of " + std::to_string(outlookRefs));
+  TestLog::Check(Call(outlook, L"SinkCount").value.Long() == 0,
+                 "Terminate unadvises the Quit sink");
+  TestLog::Check(Call(outlook, L"LogoffCount").value.Long() == 1, "Terminate logs off");
+  TestLog::CheckHr(DllCanUnloadNowOfLibrary(), S_FALSE,
+                   "DllCanUnloadNow while the terminated Application is held");
+  if (added != nullptr) {
+    TestLog::Check(added->Release() == 0, "the held category released to 0 after Terminate");
+  }
+  if (cats != nullptr) {
+    TestLog::Check(cats->Release() == 0, "the held Categories released to 0 after Terminate");
+  }
+  TestLog::Check(app->Release() == 0, "the Outlook-bound Application released to 0");
+  TestLog::CheckHr(DllCanUnloadNowOfLibrary(), S_OK,
+                   "DllCanUnloadNow after an Outlook session, Terminate and release");
+
+  // The rules component on its own: its objects keep Outlook only while
+  // they live.
+  _CategoryRulesReader* reader = nullptr;
+  if (TestLog::CheckHr(
+          ::CoCreateInstance(CLSID_CategoryRules, nullptr, CLSCTX_INPROC_SERVER,
+                             IID__CategoryRulesReader, reinterpret_cast<void**>(&reader)),
+          S_OK, "CoCreateInstance CategoryRules as _CategoryRulesReader")) {
+    VARIANT olApp;
+    V_VT(&olApp) = VT_DISPATCH;
+    V_DISPATCH(&olApp) = outlook;
+    IDispatch* list = nullptr;
+    TestLog::CheckHr(reader->GetMasterlist(olApp, &list), S_OK, "GetMasterlist through the vtable");
+    _MasterlistObject* typed = nullptr;
+    if (list != nullptr) {
+      list->QueryInterface(IID__MasterlistObject, reinterpret_cast<void**>(&typed));
+    }
+    BSTR text = nullptr;
+    if (typed != nullptr) typed->ReadCategories(&text);
+    TestLog::Check(
+        std::wstring(text != nullptr ? text : L"").find(L";Work;4;3;") != std::wstring::npos,
+        "ReadCategories maps Outlook's numbers", TestLog::Utf8(text));
+    ::SysFreeString(text);
+    // The list goes in and the identifiers come back through one BSTR*.
+    BSTR pairs = ::SysAllocString(L";Errands;-2;-2;;Shopping;3;1");
+    if (typed != nullptr) {
+      TestLog::CheckHr(typed->WriteCategories(&pairs), S_OK, "WriteCategories through the vtable");
+    }
+    const std::wstring answer = pairs != nullptr ? pairs : L"";
+    ::SysFreeString(pairs);
+    TestLog::Check(answer.size() == 94 && answer[0] == L'{' && answer.find(L"};Errands;{") == 37 &&
+                       answer.substr(85) == L";Shopping",
+                   "WriteCategories hands back CategoryID;Name pairs", TestLog::Utf8(answer));
+    TestLog::Check(Call(olCats, L"Count").value.Long() == 3,
+                   "an existing name is updated, a new one created");
+    // The library calls by name with VT_BYREF|VT_BSTR arguments.
+    if (list != nullptr) {
+      BSTR byRef = ::SysAllocString(L";Shopping;4;0");
+      VARIANT arg;
+      V_VT(&arg) = VT_BYREF | VT_BSTR;
+      V_BSTRREF(&arg) = &byRef;
+      DISPID writeId = DISPID_UNKNOWN;
+      LPOLESTR name = const_cast<LPOLESTR>(L"WriteCategories");
+      list->GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &writeId);
+      DISPPARAMS params = {&arg, nullptr, 1, 0};
+      TestLog::CheckHr(list->Invoke(writeId, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                    &params, nullptr, nullptr, nullptr),
+                       S_OK, "WriteCategories through IDispatch with a BSTR reference");
+      const std::wstring back = byRef != nullptr ? byRef : L"";
+      TestLog::Check(back.size() == 38 + 9 && back.substr(38) == L";Shopping",
+                     "the reference receives the pair", TestLog::Utf8(back));
+      ::SysFreeString(byRef);
+    }
+    IDispatch* rules = nullptr;
+    V_VT(&olApp) = VT_BSTR;
+    V_BSTR(&olApp) = ::SysAllocString(L"Outlook");
+    TestLog::CheckHr(reader->GetCategoryRules(olApp, &rules), static_cast<HRESULT>(0x800A000D),
+                     "GetCategoryRules with a text raises 13");
+    ::VariantClear(&olApp);
+    TestLog::Check(rules == nullptr, "no rules object for a text");
+    const ErrorInfoFields info = TakeErrorInfo();
+    TestLog::Check(info.present && IsEqualGUID(info.guid, IID__CategoryRulesReader),
+                   "the error names _CategoryRulesReader");
+    V_VT(&olApp) = VT_DISPATCH;
+    V_DISPATCH(&olApp) = outlook;
+    _CategoryRulesObject* typedRules = nullptr;
+    if (TestLog::CheckHr(reader->GetCategoryRules(olApp, &rules), S_OK,
+                         "GetCategoryRules through the vtable") &&
+        rules != nullptr) {
+      rules->QueryInterface(IID__CategoryRulesObject, reinterpret_cast<void**>(&typedRules));
+      rules->Release();
+    }
+    IDispatch* store = ns != nullptr ? t4test::ObjectOf(Call(ns, L"DefaultStore")) : nullptr;
+    IDispatch* olRules = store != nullptr ? t4test::ObjectOf(Call(store, L"GetRules")) : nullptr;
+    if (olRules != nullptr && typedRules != nullptr) {
+      Call(olRules, L"AddTestRule",
+           {Var::Str(L"Sort"), Var::Str(L"Errands"), Var::Str(L"Errands;Shopping")});
+      BSTR oldName = ::SysAllocString(L"errands");
+      BSTR newName = ::SysAllocString(L"Chores");
+      TestLog::CheckHr(typedRules->RenameCategory(&oldName, &newName), S_OK,
+                       "RenameCategory through the vtable");
+      TestLog::Check(std::wstring(oldName) == L"errands" && std::wstring(newName) == L"Chores",
+                     "the names come back through their references");
+      ::SysFreeString(oldName);
+      ::SysFreeString(newName);
+      TestLog::Check(
+          Call(olRules, L"RuleText", {Var::I4(1)}).value.Text() == L"Chores|Chores;Shopping",
+          "the rule is renamed");
+      VARIANT_BOOL changed = VARIANT_FALSE;
+      typedRules->get_Changed(&changed);
+      TestLog::Check(changed == VARIANT_TRUE, "Changed after the rename");
+      TestLog::CheckHr(typedRules->Save(), S_OK, "Save through the vtable");
+      TestLog::Check(Call(olRules, L"SaveCount").value.Long() == 1, "the rules saved once");
+    } else {
+      TestLog::Fail("rules through the vtable", "no rules object or no stand-in rules");
+    }
+    if (typedRules != nullptr) {
+      TestLog::Check(typedRules->Release() == 0, "the rules object released to 0");
+    }
+    if (olRules != nullptr) olRules->Release();
+    if (store != nullptr) store->Release();
+    if (typed != nullptr) typed->Release();
+    if (list != nullptr) TestLog::Check(list->Release() == 0, "the master list released to 0");
+    TestLog::Check(reader->Release() == 0, "CategoryRules released to 0");
+  }
+  TestLog::Check(RefCount(outlook) == outlookRefs, "the rules component released Outlook");
+  TestLog::CheckHr(DllCanUnloadNowOfLibrary(), S_OK, "DllCanUnloadNow after the rules component");
+  Call(outlook, L"Reset");
+  olCats->Release();
+  ns->Release();
+  outlook->Release();
+}
+
 using CanUnloadFunction = HRESULT(STDAPICALLTYPE*)();
 using GetClassObjectFunction = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
 
@@ -1283,6 +1498,7 @@ int wmain() {
   TestConnectionPoints();
   TestCategoriesEvents();
   TestErrorsAndTerminate();
+  TestOutlookSession();
   TestModule();
   ::CoUninitialize();
   return TestLog::Summary();

@@ -126,6 +126,18 @@ inline const InterfaceModel kInterfaces[] = {
      "",
      &IID__ILanguage,
      {{L"LanguageID", kGet}, {L"LanguageID", kPut}, {L"SupportedLanguages", kGet}}},
+    {"_CategoryRulesReader",
+     "CategoryRules",
+     &IID__CategoryRulesReader,
+     {{L"GetCategoryRules", kCall}, {L"GetMasterlist", kCall}}},
+    {"_MasterlistObject",
+     "MasterlistObject",
+     &IID__MasterlistObject,
+     {{L"ReadCategories", kCall}, {L"WriteCategories", kCall}, {L"Format", kCall}}},
+    {"_CategoryRulesObject",
+     "CategoryRulesObject",
+     &IID__CategoryRulesObject,
+     {{L"Changed", kGet}, {L"Save", kCall}, {L"RenameCategory", kCall}}},
 };
 
 }  // namespace t4test

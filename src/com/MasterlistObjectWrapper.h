@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+
+#include "com/ComObject.h"
+#include "com/Tandrel4_h.h"
+#include "support/IMasterlistObject.h"
+
+namespace t4::com {
+
+// COM face of the rules component's master-list object (noncreatable, handed
+// out by CategoryRules.GetMasterlist). Each call goes to the core object.
+class MasterlistObjectWrapper final
+    : public ComObject<MasterlistObjectWrapper, DispatchImpl<_MasterlistObject>,
+                       IProvideClassInfo2> {
+ public:
+  // A new wrapper (one reference) seen as its default interface.
+  static _MasterlistObject* Make(std::shared_ptr<IMasterlistObject> core);
+
+  explicit MasterlistObjectWrapper(std::shared_ptr<IMasterlistObject> core) noexcept;
+
+  // _MasterlistObject
+  HRESULT STDMETHODCALLTYPE ReadCategories(BSTR* sList) noexcept override;
+  HRESULT STDMETHODCALLTYPE WriteCategories(BSTR* sList) noexcept override;
+  HRESULT STDMETHODCALLTYPE Format(BSTR* sFormat) noexcept override;
+
+  // IProvideClassInfo2
+  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
+  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
+
+ private:
+  std::shared_ptr<IMasterlistObject> core_;
+};
+
+}  // namespace t4::com

@@ -1,0 +1,64 @@
+#include "com/RulesReaderObject.h"
+
+#include <memory>
+#include <new>
+
+#include "com/CategoryRulesObjectWrapper.h"
+#include "com/ClassInfo.h"
+#include "com/ErrorBoundary.h"
+#include "com/MasterlistObjectWrapper.h"
+#include "com/Variants.h"
+#include "masterlist/CategoryListObject.h"
+#include "masterlist/CategoryRulesObject.h"
+#include "platform/win32/DispatchCategoryStore.h"
+#include "platform/win32/DispatchRuleStore.h"
+
+namespace t4::com {
+
+namespace {
+
+const IID& kItf = IID__CategoryRulesReader;
+
+}  // namespace
+
+HRESULT RulesReaderObject::Create(REFIID iid, void** object) noexcept {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  auto* created = new (std::nothrow) RulesReaderObject();
+  if (created == nullptr) return E_OUTOFMEMORY;
+  const HRESULT hr = created->QueryInterface(iid, object);
+  created->Release();
+  return hr;
+}
+
+HRESULT RulesReaderObject::GetCategoryRules(VARIANT OutlookApp, IDispatch** oRules) noexcept {
+  if (oRules == nullptr) return E_POINTER;
+  *oRules = nullptr;
+  return Boundary(kItf, [&] {
+    IDispatch* outlook = ObjectOf(OutlookApp);
+    auto core = std::make_shared<t4::CategoryRulesObject>(
+        std::make_shared<win32::DispatchRuleStore>(outlook));
+    *oRules = CategoryRulesObjectWrapper::Make(std::move(core));
+  });
+}
+
+HRESULT RulesReaderObject::GetMasterlist(VARIANT OutlookApp, IDispatch** oMasterlist) noexcept {
+  if (oMasterlist == nullptr) return E_POINTER;
+  *oMasterlist = nullptr;
+  return Boundary(kItf, [&] {
+    IDispatch* outlook = ObjectOf(OutlookApp);
+    auto core = std::make_shared<t4::CategoryListObject>(
+        std::make_shared<win32::DispatchCategoryStore>(outlook));
+    *oMasterlist = MasterlistObjectWrapper::Make(std::move(core));
+  });
+}
+
+HRESULT RulesReaderObject::GetClassInfo(ITypeInfo** info) noexcept {
+  return ClassTypeInfo(CLSID_CategoryRules, info);
+}
+
+HRESULT RulesReaderObject::GetGUID(DWORD kind, GUID* guid) noexcept {
+  return DefaultSourceGuid(nullptr, kind, guid);
+}
+
+}  // namespace t4::com
