@@ -422,7 +422,11 @@ void TestPendingMembers() {
         continue;
       }
       ITypeInfo* info = nullptr;
-      t4test::VtableTypeInfo(lib, *itf.first, &info);
+      if (FAILED(t4test::VtableTypeInfo(lib, *itf.first, &info))) {
+        TestLog::Fail(className, "its interface is not in the embedded type library");
+        dispatch->Release();
+        continue;
+      }
       TYPEATTR* attr = nullptr;
       info->GetTypeAttr(&attr);
       for (UINT i = 0; i < attr->cFuncs; ++i) {
