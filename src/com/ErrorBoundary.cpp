@@ -3,6 +3,7 @@
 #include <new>
 #include <string>
 
+#include "platform/win32/Dispatcher.h"
 #include "support/Error.h"
 #include "support/RunTimeError.h"
 #include "support/Utf.h"
@@ -84,19 +85,8 @@ HRESULT NotImplemented(REFIID iid, std::u16string_view member) noexcept {
 void ThrowIfFailed(HRESULT hr) {
   if (SUCCEEDED(hr)) return;
   if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
-  // Keep the system's text when it has one; the number is the HRESULT.
-  wchar_t* buffer = nullptr;
-  const DWORD n = ::FormatMessageW(
-      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-      nullptr, static_cast<DWORD>(hr), 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-  std::u16string text;
-  if (n > 0 && buffer != nullptr) {
-    text.assign(reinterpret_cast<const char16_t*>(buffer), n);
-    while (!text.empty() && (text.back() == u'\r' || text.back() == u'\n')) text.pop_back();
-  }
-  if (buffer != nullptr) ::LocalFree(buffer);
-  if (text.empty()) text = RunTimeError::Text(RunTimeError::kAutomationError);
-  throw Error(static_cast<int32_t>(hr), text);
+  // The number is the HRESULT; the text the system's when it has one.
+  throw Error(static_cast<int32_t>(hr), win32::Dispatcher::SystemText(hr));
 }
 
 }  // namespace t4::com

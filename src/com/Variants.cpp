@@ -267,16 +267,4 @@ void AssignByRef(VARIANT* target, IDispatch* object) {
   AssignByRef(target, v);
 }
 
-BSTR ToBstr(std::u16string_view text) {
-  BSTR result = ::SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.data()),
-                                    static_cast<UINT>(text.size()));
-  if (result == nullptr) throw std::bad_alloc();
-  return result;
-}
-
-std::u16string FromBstr(BSTR text) {
-  if (text == nullptr) return std::u16string();
-  return std::u16string(reinterpret_cast<const char16_t*>(text), ::SysStringLen(text));
-}
-
 }  // namespace t4::com

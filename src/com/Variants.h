@@ -6,7 +6,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+
 #include <string_view>
+#include "platform/win32/Variant.h"
 
 #include "model/ItemIndex.h"
 
@@ -92,8 +94,8 @@ void AssignByRef(VARIANT* target, IDispatch* object);
 
 // Strings cross the boundary as BSTR. ToBstr throws std::bad_alloc when the
 // allocation fails; a null BSTR is the empty string.
-BSTR ToBstr(std::u16string_view text);
-std::u16string FromBstr(BSTR text);
+using win32::FromBstr;
+using win32::ToBstr;
 
 inline VARIANT_BOOL ToVariantBool(bool value) noexcept {
   return value ? VARIANT_TRUE : VARIANT_FALSE;

@@ -51,6 +51,12 @@ class ExceptionInfo {
   const int32_t number = Dispatcher::NumberOf(hr);
   if (number > 0 && number <= 0xFFFF) throw RunTimeError::Make(number);
   // No VB number: keep the system's text when it has one.
+  throw Error(number, Dispatcher::SystemText(hr));
+}
+
+}  // namespace
+
+std::u16string Dispatcher::SystemText(HRESULT hr) {
   wchar_t* buffer = nullptr;
   const DWORD n = ::FormatMessageW(
       FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
@@ -64,10 +70,8 @@ class ExceptionInfo {
   }
   if (buffer != nullptr) ::LocalFree(buffer);
   if (text.empty()) text = RunTimeError::Text(RunTimeError::kAutomationError);
-  throw Error(number, std::move(text));
+  return text;
 }
-
-}  // namespace
 
 int32_t Dispatcher::NumberOf(HRESULT hr) noexcept {
   const auto code = static_cast<uint32_t>(hr);

@@ -45,6 +45,8 @@ class Dispatcher {
 
   // The error number a failed HRESULT stands for (0x800Annnn -> nnnn).
   static int32_t NumberOf(HRESULT hr) noexcept;
+  // The system's text for `hr`, or the run time's "Automation error".
+  static std::u16string SystemText(HRESULT hr);
 
  private:
   Variant Invoke(std::u16string_view name, WORD flags, std::span<Variant> args,
