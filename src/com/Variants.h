@@ -6,11 +6,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-
 #include <string_view>
-#include "platform/win32/Variant.h"
 
 #include "model/ItemIndex.h"
+#include "platform/win32/Variant.h"
 
 namespace t4::com {
 
