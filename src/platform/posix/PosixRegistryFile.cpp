@@ -11,8 +11,8 @@
 #include <system_error>
 #include <utility>
 
-#include "support/Ports.h"
 #include <vector>
+#include "support/Ports.h"
 
 #include "platform/posix/RegistryScript.h"
 #include "support/RunTimeError.h"
