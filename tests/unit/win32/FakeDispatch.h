@@ -38,7 +38,39 @@ struct FakeCall {
   bool IsPut() const { return (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0; }
 };
 
-class FakeDispatch : public IDispatch {
+// The reference counting and QueryInterface of every hand-written test
+// object: one reference at creation, deleted by its last Release, and
+// `Interface` (identified by `iid`) as the one interface besides IUnknown.
+template <class Interface, const IID* iid>
+class FakeUnknown : public Interface {
+ public:
+  ULONG References() const { return references_; }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    if (IsEqualIID(wanted, IID_IUnknown) || IsEqualIID(wanted, *iid)) {
+      *object = static_cast<Interface*>(this);
+      AddRef();
+      return S_OK;
+    }
+    *object = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ protected:
+  virtual ~FakeUnknown() = default;
+
+ private:
+  std::atomic<ULONG> references_{1};
+};
+
+class FakeDispatch : public FakeUnknown<IDispatch, &IID_IDispatch> {
  public:
   using Member = std::function<HRESULT(FakeCall&)>;
 
@@ -68,24 +100,7 @@ class FakeDispatch : public IDispatch {
   }
 
   std::vector<std::u16string> log;
-  ULONG References() const { return references_; }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch)) {
-      *object = static_cast<IDispatch*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     *count = 0;
     return S_OK;
@@ -138,11 +153,10 @@ class FakeDispatch : public IDispatch {
   }
 
  protected:
-  virtual ~FakeDispatch() = default;
+  ~FakeDispatch() override = default;
 
  private:
   std::vector<std::pair<std::u16string, Member>> members_;
-  std::atomic<ULONG> references_{1};
 };
 
 // A FakeDispatch the test owns through a DispatchPtr.

@@ -30,7 +30,7 @@ constexpr DISPID kQuit = 61447;
 
 // One connection point firing dispinterface `iid`. Advise insists on a sink
 // that answers QueryInterface for `iid`, as Outlook's does.
-class FakePoint : public IConnectionPoint {
+class FakePoint : public test::FakeUnknown<IConnectionPoint, &IID_IConnectionPoint> {
  public:
   explicit FakePoint(const IID& iid) : iid_(iid) {}
 
@@ -50,23 +50,7 @@ class FakePoint : public IConnectionPoint {
     }
   }
   size_t Sinks() const { return sinks_.size(); }
-  ULONG References() const { return references_; }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IConnectionPoint)) {
-      *object = static_cast<IConnectionPoint*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* iid) override {
     *iid = iid_;
     return S_OK;
@@ -94,34 +78,18 @@ class FakePoint : public IConnectionPoint {
   HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
 
  private:
-  virtual ~FakePoint() = default;
+  ~FakePoint() override = default;
 
   IID iid_;
   std::map<DWORD, IDispatch*> sinks_;
   DWORD lastCookie_ = 0;
-  ULONG references_ = 1;
 };
 
 // Lists the points of a container, one at a time.
-class FakeEnumPoints : public IEnumConnectionPoints {
+class FakeEnumPoints : public test::FakeUnknown<IEnumConnectionPoints, &IID_IEnumConnectionPoints> {
  public:
   explicit FakeEnumPoints(std::vector<FakePoint*> points) : points_(std::move(points)) {
     for (FakePoint* p : points_) p->AddRef();
-  }
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IEnumConnectionPoints)) {
-      *object = static_cast<IEnumConnectionPoints*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
   }
   HRESULT STDMETHODCALLTYPE Next(ULONG count, IConnectionPoint** points, ULONG* fetched) override {
     ULONG n = 0;
@@ -144,12 +112,11 @@ class FakeEnumPoints : public IEnumConnectionPoints {
   HRESULT STDMETHODCALLTYPE Clone(IEnumConnectionPoints**) override { return E_NOTIMPL; }
 
  private:
-  virtual ~FakeEnumPoints() {
+  ~FakeEnumPoints() override {
     for (FakePoint* p : points_) p->Release();
   }
   std::vector<FakePoint*> points_;
   size_t next_ = 0;
-  ULONG references_ = 1;
 };
 
 // Outlook's Application object: a Version property and an event source
