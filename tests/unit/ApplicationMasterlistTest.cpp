@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "ModelFixture.h"
-#include "SessionFakes.h"
+#include "SessionFixture.h"
 #include "masterlist/Masterlist00.h"
 #include "masterlist/Masterlist02.h"
 #include "masterlist/Masterlist03.h"
@@ -18,29 +17,17 @@ const std::u16string kKey9 = u"Software\\Microsoft\\Office\\9.0\\Outlook\\Catego
 const std::u16string kKey8 = u"Software\\Microsoft\\Office\\8.0\\Outlook\\Categories|Masterlist";
 
 using Bytes = std::vector<uint8_t>;
-using Names = std::vector<std::u16string>;
 
 bool EndsWith(const std::u16string& text, const std::u16string& tail) {
   return text.size() >= tail.size() &&
          text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
 }
 
-class SessionTest : public ModelTest {
+class SessionTest : public SessionFixture {
  protected:
-  void Init(const std::u16string& version) {
-    outlook = std::make_shared<FakeOutlook>(version);
-    app->Initialize(outlook);
-  }
-  Names CategoryNames() const {
-    Names names;
-    cats->All().ForEach(
-        [&](int32_t, const std::shared_ptr<Category>& c) { names.push_back(c->Name()); });
-    return names;
-  }
   FakeRulesReader& Reader() { return *ports.rules->reader; }
 
   FakePorts ports;
-  std::shared_ptr<FakeOutlook> outlook;
 };
 
 TEST_F(SessionTest, InitializeFollowsQuitAndSetsTheVersion) {

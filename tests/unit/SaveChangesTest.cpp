@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "ModelFixture.h"
-#include "SessionFakes.h"
+#include "SessionFixture.h"
 #include "masterlist/Masterlist07.h"
 #include "masterlist/modOLVersion.h"
 
@@ -13,17 +12,12 @@ const std::u16string kKey8 = u"Software\\Microsoft\\Office\\8.0\\Outlook\\Catego
 
 using Bytes = std::vector<uint8_t>;
 
-class SaveTest : public ModelTest {
+class SaveTest : public SessionFixture {
  protected:
-  void Init(const std::u16string& version) {
-    outlook = std::make_shared<FakeOutlook>(version);
-    app->Initialize(outlook);
-  }
   FakeRulesReader& Reader() { return *ports.rules->reader; }
   MemoryCategoryStore& Outlook2007List() { return *Reader().list; }
 
   FakePorts ports;
-  std::shared_ptr<FakeOutlook> outlook;
 };
 
 TEST_F(SaveTest, NothingChangedTouchesNoStore) {
@@ -163,7 +157,6 @@ TEST_F(SaveTest, RenameReachesTheRulesWhichAreSavedOnce) {
   app->SaveChanges();
   EXPECT_EQ(Reader().rules->saves, 1);
   EXPECT_FALSE(Reader().rulesObject->Changed());
-  using Names = std::vector<std::u16string>;
   EXPECT_EQ(Reader().rules->rules[0].first, (Names{u"Job", u"Home"}));
   EXPECT_EQ(Reader().rules->rules[1].second, (Names{u"Job"}));
   EXPECT_EQ(Outlook2007List().entries.front().name, u"Job");

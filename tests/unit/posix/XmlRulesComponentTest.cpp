@@ -3,8 +3,7 @@
 
 #include <regex>
 
-#include "ModelFixture.h"
-#include "SessionFakes.h"
+#include "SessionFixture.h"
 #include "model/ItemIndex.h"
 #include "platform/posix/XmlCategoryStore.h"
 #include "platform/posix/XmlRulesLibrary.h"
@@ -51,7 +50,7 @@ const std::string kRules =
 
 // The Outlook 2007 session of the library over the portable rules
 // component in a temporary profile folder.
-class XmlRulesComponentTest : public test::ModelTest {
+class XmlRulesComponentTest : public test::SessionFixture {
  protected:
   void SetUp() override {
     ModelTest::SetUp();
@@ -65,23 +64,13 @@ class XmlRulesComponentTest : public test::ModelTest {
     Ports::SetRegistry(nullptr);
     Ports::SetMapi(nullptr);
   }
-  void Init() {
-    outlook = std::make_shared<test::FakeOutlook>(u"12.0.4518.1014");
-    app->Initialize(outlook);
-  }
-  Names CategoryNames() const {
-    Names names;
-    cats->All().ForEach(
-        [&](int32_t, const std::shared_ptr<Category>& c) { names.push_back(c->Name()); });
-    return names;
-  }
+  void Init() { SessionFixture::Init(u"12.0.4518.1014"); }
   std::string CategoriesPath() const { return files.PathOf("categories.xml"); }
   std::string RulesPath() const { return files.PathOf("rules.xml"); }
 
   XmlTestFiles files;
   std::shared_ptr<test::FakeMapi> mapi = std::make_shared<test::FakeMapi>();
   std::shared_ptr<test::MemoryRegistry> registry = std::make_shared<test::MemoryRegistry>();
-  std::shared_ptr<test::FakeOutlook> outlook;
 };
 
 TEST_F(XmlRulesComponentTest, ReadChangeAndSaveTheMasterListAndTheRules) {
