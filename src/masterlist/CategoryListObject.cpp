@@ -9,18 +9,17 @@ namespace t4 {
 
 namespace {
 
-const StoredCategory* FindById(const std::vector<StoredCategory>& list, const std::u16string& id) {
+StoredCategory* FindById(std::vector<StoredCategory>& list, const std::u16string& id) {
   if (id.empty()) return nullptr;
-  for (const auto& entry : list) {
+  for (auto& entry : list) {
     if (entry.id == id) return &entry;
   }
   return nullptr;
 }
 
-const StoredCategory* FindByName(const std::vector<StoredCategory>& list,
-                                 const std::u16string& name) {
+StoredCategory* FindByName(std::vector<StoredCategory>& list, const std::u16string& name) {
   const std::u16string lower = TextCase::Lower(name);
-  for (const auto& entry : list) {
+  for (auto& entry : list) {
     if (TextCase::Lower(entry.name) == lower) return &entry;
   }
   return nullptr;
@@ -41,6 +40,9 @@ std::u16string CategoryListObject::ReadCategories() {
 void CategoryListObject::WriteCategories(std::u16string& list) {
   ICategoryStore& store = *RunTimeError::Require(store_.get());
   const auto fields = MasterlistHandler::Split(list);
+  // Read once and kept in step with every change below, so that later
+  // groups see what earlier ones created, renamed or removed.
+  auto current = store.List();
   std::u16string answer;
   for (size_t i = 0; i < fields.size(); i += 4) {
     StoredCategory group;
@@ -48,21 +50,24 @@ void CategoryListObject::WriteCategories(std::u16string& list) {
     group.name = i + 1 < fields.size() ? fields[i + 1] : u"";
     group.color = i + 2 < fields.size() ? MasterlistHandler::FieldNumber(fields[i + 2]) : -2;
     group.shortCut = i + 3 < fields.size() ? MasterlistHandler::FieldNumber(fields[i + 3]) : -2;
-    // The list is read anew per group, as earlier groups change it.
-    const auto current = store.List();
     if (group.name.empty()) {
-      if (FindById(current, group.id)) store.Remove(group.id);
+      if (StoredCategory* gone = FindById(current, group.id)) {
+        store.Remove(group.id);
+        current.erase(current.begin() + (gone - current.data()));
+      }
       continue;
     }
-    const StoredCategory* existing = FindById(current, group.id);
+    StoredCategory* existing = FindById(current, group.id);
     if (!existing) existing = FindByName(current, group.name);
     if (group.color == -2) group.color = existing ? existing->color : -1;
     if (group.shortCut == -2) group.shortCut = existing ? existing->shortCut : 0;
     if (existing) {
       group.id = existing->id;
       store.Update(group);
+      *existing = group;
     } else {
       group.id = store.Add(group);
+      current.push_back(group);
     }
     if (!answer.empty()) answer += u';';
     answer += group.id + u';' + group.name;

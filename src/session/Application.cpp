@@ -128,7 +128,6 @@ void Application::OnQuit() {
 void Application::ReleaseOutlook() {
   // Moved out first: the client may fire again while it is being let go.
   auto outlook = std::move(outlookApp_);
-  outlookApp_.reset();
   if (outlook) Attempt([&] { outlook->UnadviseQuit(); });
 }
 
@@ -209,7 +208,6 @@ void Application::Terminate() {
   Attempt([&] { actions_.reset(); });
   Attempt([&] {
     auto session = std::move(session_);
-    session_.reset();
     if (session) session->Logoff();
   });
   if (rulesSupported_) {
