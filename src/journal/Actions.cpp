@@ -2,10 +2,12 @@
 
 namespace t4 {
 
-void Actions::Add(std::shared_ptr<Action> action) {
+void Actions::Add(Action action) {
   while (position_ < Count()) steps_.pop_back();
   if (!batchMode_ || newStepPending_ || steps_.empty()) {
-    steps_.push_back(std::make_shared<Step>(Step{std::move(action)}));
+    auto step = std::make_shared<Step>();
+    step->push_back(std::move(action));
+    steps_.push_back(std::move(step));
     newStepPending_ = false;
   } else {
     steps_[static_cast<size_t>(position_) - 1]->push_back(std::move(action));

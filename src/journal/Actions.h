@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <vector>
 
 #include "journal/Action.h"
 
@@ -15,7 +14,11 @@ namespace t4 {
 // switched on again goes into one step.
 class Actions {
  public:
-  using Step = std::vector<std::shared_ptr<Action>>;
+  // The actions of one step, by value. A deque grows in small blocks
+  // without moving what it holds: a batch of a hundred thousand edits
+  // copies nothing as it grows, and an action stays where it is while the
+  // replay works on it, even if a subscriber records more meanwhile.
+  using Step = std::deque<Action>;
   static constexpr size_t kMaxSteps = 50;
 
   bool BatchMode() const { return batchMode_; }
@@ -27,7 +30,7 @@ class Actions {
 
   // Records one action: drops the redo tail, opens a step or joins the open
   // batch step, drops the oldest step past 50, and applies all steps.
-  void Add(std::shared_ptr<Action> action);
+  void Add(Action action);
   // No steps, position 0.
   void Clear();
   int32_t Count() const { return static_cast<int32_t>(steps_.size()); }

@@ -30,35 +30,42 @@ std::shared_ptr<Category> CategoryById(Application& app, int32_t id) {
   return RunTimeError::Require(app.Categories())->ItemById(id, true);
 }
 
-// Swaps the property's current value with the one the action holds.
-void SwapProperty(Application& app, Action& a) {
-  auto category = RunTimeError::Require(CategoryById(app, RunTimeError::Require(a.Category)->ID()));
-  if (a.PropertyName == u"Name") {
+// Gives the property the value the action holds; returns the value it had,
+// which the action holds from now on.
+PropertyValue SwapProperty(Application& app, const Action& a) {
+  const Action::CategoryPart& d = *a.Detail;
+  auto category = RunTimeError::Require(CategoryById(app, RunTimeError::Require(d.Category)->ID()));
+  if (d.PropertyName == u"Name") {
     PropertyValue current = category->Name();
-    category->SetName(std::get<std::u16string>(a.Value));
-    a.Value = std::move(current);
-  } else if (a.PropertyName == u"Color") {
-    PropertyValue current = category->Color();
-    category->SetColor(std::get<int32_t>(a.Value));
-    a.Value = current;
-  } else if (a.PropertyName == u"ShortCut") {
-    PropertyValue current = category->ShortCut();
-    category->SetShortCut(std::get<int32_t>(a.Value));
-    a.Value = current;
-  } else if (a.PropertyName == u"InMasterlist") {
-    PropertyValue current = category->InMasterlist();
-    category->SetInMasterlist(std::get<bool>(a.Value));
-    a.Value = current;
+    std::u16string name = std::get<std::u16string>(d.Value);
+    category->SetName(name);
+    return current;
   }
+  if (d.PropertyName == u"Color") {
+    PropertyValue current = category->Color();
+    category->SetColor(std::get<int32_t>(d.Value));
+    return current;
+  }
+  if (d.PropertyName == u"ShortCut") {
+    PropertyValue current = category->ShortCut();
+    category->SetShortCut(std::get<int32_t>(d.Value));
+    return current;
+  }
+  if (d.PropertyName == u"InMasterlist") {
+    PropertyValue current = category->InMasterlist();
+    category->SetInMasterlist(std::get<bool>(d.Value));
+    return current;
+  }
+  return d.Value;
 }
 
 void DeleteCategory(Application& app, const Action& a) {
-  RunTimeError::Require(app.Categories())->Delete(ItemIndex::Key(a.Category->ID()));
+  RunTimeError::Require(app.Categories())->Delete(ItemIndex::Key(a.Detail->Category->ID()));
 }
 
 void RestoreCategory(Application& app, const Action& a, bool reattach) {
-  if (reattach) a.Category->ReAssignToMembers();
-  RunTimeError::Require(app.Categories())->Append(a.Category);
+  if (reattach) a.Detail->Category->ReAssignToMembers();
+  RunTimeError::Require(app.Categories())->Append(a.Detail->Category);
 }
 
 void AddMembership(Application& app, const Action& a) {
@@ -72,28 +79,26 @@ void RemoveMembership(Application& app, const Action& a) {
 void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo) {
   if (!step) return;
   ReplayFlag flag(app);
-  for (const auto& action : *step) {
-    Action& a = *action;
-    switch (a.Kind) {
-      case Action::kAdded:
-        if (a.Category) {
-          undo ? DeleteCategory(app, a) : RestoreCategory(app, a, false);
-        } else {
-          undo ? RemoveMembership(app, a) : AddMembership(app, a);
-        }
-        break;
-      case Action::kPropertyChanged:
-        SwapProperty(app, a);
-        break;
-      case Action::kRemoved:
-        if (a.Category) {
-          undo ? RestoreCategory(app, a, true) : DeleteCategory(app, a);
-        } else {
-          undo ? AddMembership(app, a) : RemoveMembership(app, a);
-        }
-        break;
-      default:
-        break;
+  // A subscriber may record actions from inside an event while the step
+  // replays (a category it adds is journalled), which may add to this very
+  // step. Only the actions there at the start are replayed; the step grows
+  // at its end without moving them.
+  const size_t count = step->size();
+  for (size_t i = 0; i < count; ++i) {
+    Action& a = (*step)[i];
+    if (a.Kind == Action::kPropertyChanged) {
+      if (!a.Detail) continue;
+      PropertyValue next = SwapProperty(app, a);
+      a.Detail->Value = std::move(next);
+      continue;
+    }
+    if (a.Kind != Action::kAdded && a.Kind != Action::kRemoved) continue;
+    const bool add = (a.Kind == Action::kAdded) != undo;
+    if (a.Detail) {
+      // Putting back a deleted category also puts it back on its items.
+      add ? RestoreCategory(app, a, a.Kind == Action::kRemoved) : DeleteCategory(app, a);
+    } else {
+      add ? AddMembership(app, a) : RemoveMembership(app, a);
     }
   }
 }

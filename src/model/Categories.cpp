@@ -168,9 +168,10 @@ void Categories::Delete(const ItemIndex& index) {
 
 void Categories::AddAction(const std::shared_ptr<Category>& category, int32_t kind) {
   if (isReading_) return;
-  auto action = std::make_shared<Action>();
-  action->Kind = kind;
-  action->Category = category->Copy();
+  Action action;
+  action.Kind = kind;
+  action.Detail = std::make_unique<Action::CategoryPart>();
+  action.Detail->Category = category->Copy();
   auto app = RunTimeError::Require(Parent());
   RunTimeError::Require(app->Journal())->Add(std::move(action));
 }
@@ -183,11 +184,18 @@ void Categories::Append(const std::shared_ptr<Category>& category) {
     if (filtered_) filtered_->Add(category->ID(), category);
     category->SetChanged(true);
     if (Replaying()) {
-      const bool announce = fireMemberEvents_ && !sinks_.empty();
-      const auto members = category->MemberCollection(true).Snapshot();
-      for (const auto& item : members) {
+      const Members& members = category->MemberCollection(true);
+      if (!(fireMemberEvents_ && !sinks_.empty())) {
+        members.ForEach(
+            [](int32_t, const std::shared_ptr<OutlookItem>& item) { item->SetChanged(true); });
+        return;
+      }
+      // Subscribers may change the members from inside an event.
+      const auto store = members.Store();
+      for (int32_t itemId : members.IdSnapshot()) {
+        const std::shared_ptr<OutlookItem> item = store->Get(itemId);
         item->SetChanged(true);
-        if (announce) RaiseMemberAdd(category, item);
+        RaiseMemberAdd(category, item);
       }
     }
   });

@@ -114,6 +114,9 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   void Save();
   bool HasCategoryFilter() const { return filtered_ != nullptr; }
 
+  // True when a member event would reach anyone: saves building its
+  // arguments for nobody.
+  bool WantsMemberEvents() const { return fireMemberEvents_ && !sinks_.empty(); }
   void RaiseItemAdd(const std::shared_ptr<Category>& item);
   void RaiseItemChange(const std::shared_ptr<Category>& item);
   void RaiseItemRemove(const std::u16string& key);

@@ -42,6 +42,11 @@ void Category::SetChanged(bool value) {
   if (value) RunTimeError::Require(Parent())->SetChanged(true);
 }
 
+void Category::MarkChangedUnder(Categories* parent) {
+  changed_ = true;
+  RunTimeError::Require(parent)->SetChanged(true);
+}
+
 void Category::SetColor(int32_t value) {
   Frame(u"Category", u"Color", [&] {
     if (value < -2 || value > 24) value = kNone;
@@ -133,7 +138,7 @@ int32_t Category::MemberCount(bool ignoreFilter) const {
   return static_cast<int32_t>(MemberCollection(ignoreFilter).Count());
 }
 
-const Category::Members& Category::MemberCollection(bool ignoreFilter) const {
+const Members& Category::MemberCollection(bool ignoreFilter) const {
   if (!ignoreFilter && membersFiltered_) return *membersFiltered_;
   return *members_;
 }
@@ -158,7 +163,11 @@ void Category::Delete() {
   Frame(u"Category", u"Delete", [&] {
     const bool replaying = Replaying();
     auto self = shared_from_this();
-    for (const auto& item : members_->Snapshot()) {
+    const auto store = members_->Store();
+    // Subscribers may change the members from inside an event: walk the
+    // IDs as they are now.
+    for (int32_t itemId : members_->IdSnapshot()) {
+      const std::shared_ptr<OutlookItem> item = store->Get(itemId);
       item->SetSuppressJournal(true);
       item->RemoveCategoryId(id_);
       item->SetSuppressJournal(false);
@@ -171,8 +180,15 @@ void Category::Delete() {
 
 void Category::ReAssignToMembers() {
   Frame(u"Category", u"ReAssignToMembers", [&] {
+    if (members_->Empty()) return;
     auto self = shared_from_this();
-    for (const auto& item : members_->Snapshot()) item->Reattach(self);
+    // What a failed member add does for each item, done once for all.
+    MarkMemberChanged();
+    const auto store = members_->Store();
+    for (int32_t itemId : members_->IdSnapshot()) {
+      const std::shared_ptr<OutlookItem> item = store->Get(itemId);
+      item->Reattach(self);
+    }
   });
 }
 
@@ -184,13 +200,13 @@ void Category::MarkMemberChanged() {
 void Category::AddMember(const std::shared_ptr<OutlookItem>& item) {
   try {
     auto parent = Parent();
-    bool failed = !members_->Add(item->ID(), item);
+    bool failed = !members_->Add(item);
     // A member added under a filter is shown until the filter is applied
     // again; it is not tested here.
-    if (membersFiltered_ && !membersFiltered_->Add(item->ID(), item)) failed = true;
+    if (membersFiltered_ && !membersFiltered_->Add(item)) failed = true;
     const bool reading = parent && parent->IsReading();
-    if (!reading) SetChanged(true);
-    if (!failed && parent && (!reading || ReplayingUnder(*parent))) {
+    if (!reading) MarkChangedUnder(parent.get());
+    if (!failed && parent && (!reading || ReplayingUnder(*parent)) && parent->WantsMemberEvents()) {
       parent->RaiseMemberAdd(shared_from_this(), item);
     }
   } catch (...) {
@@ -205,8 +221,8 @@ void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item) {
     // fails and no event is raised, as intended.
     if (membersFiltered_ && !membersFiltered_->Remove(item->ID())) failed = true;
     const bool reading = parent && parent->IsReading();
-    if (!reading) SetChanged(true);
-    if (!failed && parent && (!reading || ReplayingUnder(*parent))) {
+    if (!reading) MarkChangedUnder(parent.get());
+    if (!failed && parent && (!reading || ReplayingUnder(*parent)) && parent->WantsMemberEvents()) {
       parent->RaiseMemberRemove(shared_from_this(), item);
     }
   } catch (...) {
@@ -223,14 +239,10 @@ void Category::ApplyFilter(int32_t minCategories, int32_t itemType) {
     membersFiltered_.reset();
     return;
   }
-  auto filtered = std::make_shared<Members>();
-  filtered->Reserve(members_->Count());
-  members_->ForEach([&](int32_t key, const std::shared_ptr<OutlookItem>& item) {
-    if (minCategories >= 1 && item->CategoriesCount() < minCategories) return;
-    if (itemType >= 0 && item->ItemType() != itemType) return;
-    filtered->AppendNew(key, item);
+  membersFiltered_ = members_->Filtered([&](const OutlookItem& item) {
+    if (minCategories >= 1 && item.CategoriesCount() < minCategories) return false;
+    return itemType < 0 || item.ItemType() == itemType;
   });
-  membersFiltered_ = std::move(filtered);
 }
 
 void Category::SetMembers(std::shared_ptr<Members> members, std::shared_ptr<Members> filtered) {
@@ -248,11 +260,12 @@ void Category::SetMembersChanged() {
 
 void Category::AddAction(const std::u16string& property, PropertyValue oldValue) {
   if (initializing_) return;
-  auto action = std::make_shared<Action>();
-  action->Kind = Action::kPropertyChanged;
-  action->Category = Copy();
-  action->PropertyName = property;
-  action->Value = std::move(oldValue);
+  Action action;
+  action.Kind = Action::kPropertyChanged;
+  action.Detail = std::make_unique<Action::CategoryPart>();
+  action.Detail->Category = Copy();
+  action.Detail->PropertyName = property;
+  action.Detail->Value = std::move(oldValue);
   RunTimeError::Require(App()->Journal())->Add(std::move(action));
 }
 

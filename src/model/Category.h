@@ -7,7 +7,7 @@
 #include "journal/Action.h"
 #include "model/IChild.h"
 #include "model/ItemIndex.h"
-#include "model/KeyedCollection.h"
+#include "model/Members.h"
 
 namespace t4 {
 
@@ -22,7 +22,6 @@ class Application;
 // collection changed and raises ItemChange.
 class Category : public IChild, public std::enable_shared_from_this<Category> {
  public:
-  using Members = KeyedCollection<OutlookItem>;
   static constexpr int32_t kNone = -2;  // no colour / shortcut, or "leave unchanged"
 
   Category();
@@ -101,6 +100,8 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   bool Replaying() const;
   static bool ReplayingUnder(const Categories& parent);
   void RaiseChange();
+  // SetChanged(true) with the parent already at hand.
+  void MarkChangedUnder(Categories* parent);
 
   std::weak_ptr<Categories> parent_;
   int32_t id_ = 0;

@@ -4,8 +4,6 @@
 #include <optional>
 #include <string>
 
-#include "model/KeyedCollection.h"
-
 namespace t4 {
 
 // The index a host passes to a collection's Item: a 1-based position or a
@@ -23,9 +21,10 @@ class ItemIndex {
   // The ID the key names, if it is the decimal text of one.
   std::optional<int32_t> KeyId() const;
 
-  // The entry of `c` this index names, or null.
-  template <class T>
-  std::shared_ptr<T> In(const KeyedCollection<T>& c) const {
+  // The entry of `c` (a keyed collection: ByPosition and ByKey) this
+  // index names, or null.
+  template <class Collection>
+  auto In(const Collection& c) const -> decltype(c.ByKey(0)) {
     if (!isKey_) return c.ByPosition(position_);
     const auto id = KeyId();
     return id ? c.ByKey(*id) : nullptr;

@@ -32,12 +32,14 @@ void OutlookItem::Init(int32_t parentHandle, const std::u16string&) {
   parent_ = HandleTable::Resolve<OutlookItems>(parentHandle);
 }
 
-std::shared_ptr<Application> OutlookItem::App() const {
-  return RunTimeError::Require(RunTimeError::Require(Parent())->Parent());
+std::shared_ptr<const ItemStore> OutlookItem::HomeStore() const {
+  auto items = Parent();
+  if (!items || !items->Store()->Holds(*this)) return nullptr;
+  return items->Store();
 }
 
 std::shared_ptr<Categories> OutlookItem::Cats() const {
-  return RunTimeError::Require(App()->Categories());
+  return RunTimeError::Require(ResolveOwners().cats);
 }
 
 void OutlookItem::Initialize(int32_t id, std::u16string entryId, SharedOrigin origin,
@@ -67,14 +69,22 @@ void OutlookItem::Save(Categories&) {
 void OutlookItem::SetChanged(bool value) {
   changed_ = value;
   if (value) {
-    if (auto parent = Parent()) parent->SetChanged(true);
+    if (auto parent = Parent(); parent && parent->Store()->Holds(*this)) parent->SetChanged(true);
   }
 }
 
 OutlookItem::Owners OutlookItem::ResolveOwners() const {
   Owners owners;
   owners.items = Parent();
-  if (owners.items) owners.app = owners.items->Parent();
+  if (!owners.items) return owners;
+  const auto& self = owners.items->Store()->Get(id_);
+  // A collection that no longer holds this item is not its owner any more.
+  if (self.get() != this) {
+    owners.items.reset();
+    return owners;
+  }
+  owners.self = self;
+  owners.app = owners.items->Parent();
   if (owners.app) owners.cats = owners.app->Categories();
   return owners;
 }
@@ -94,31 +104,34 @@ void OutlookItem::MarkChanged(const Owners& owners) {
 
 void OutlookItem::AddAction(const Owners& owners, int32_t categoryId, int32_t kind) {
   if (suppressJournal_) return;
-  auto action = std::make_shared<Action>();
-  action->Kind = kind;
-  action->ItemID = id_;
-  action->CategoryID = categoryId;
+  Action action;
+  action.Kind = kind;
+  action.ItemID = id_;
+  action.CategoryID = categoryId;
   RunTimeError::Require(RunTimeError::Require(owners.app)->Journal())->Add(std::move(action));
 }
 
 void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category) {
-  if (!category) return;
-  const int32_t id = category->ID();
-  const bool wasEmpty = categories_.empty();
-  if (categories_.Contains(id)) return;
-  categories_.push_back(id);
+  if (!category || categories_.Contains(category->ID())) return;
   // The owners stay alive until the edit is done, whatever an event
   // subscriber does meanwhile.
-  const Owners owners = ResolveOwners();
-  auto self = shared_from_this();
+  AddWith(category, ResolveOwners());
+}
+
+void OutlookItem::AddWith(const std::shared_ptr<Category>& category, const Owners& owners) {
+  const int32_t id = category->ID();
+  if (categories_.Contains(id)) return;
+  const bool wasEmpty = categories_.empty();
+  categories_.push_back(id);
   MarkChanged(owners);
   Ignoring([&] {
     if (!owners.JournalSuppressed()) AddAction(owners, id, Action::kAdded);
   });
-  Ignoring([&] { category->AddMember(self); });
+  if (!owners.self) return;
+  Ignoring([&] { category->AddMember(owners.self); });
   if (wasEmpty && !moving_) {
     Ignoring([&] {
-      if (auto def = owners.Default()) def->RemoveMember(self);
+      if (auto def = owners.Default()) def->RemoveMember(owners.self);
     });
   }
 }
@@ -131,31 +144,31 @@ void OutlookItem::CategoriesRemove(const ItemIndex& index) {
   } else if (index.PositionValue() >= 1 && index.PositionValue() <= CategoriesCount()) {
     at = static_cast<size_t>(index.PositionValue() - 1);
   }
-  RemoveAt(at);
+  if (at < categories_.size()) RemoveAt(at, ResolveOwners());
 }
 
 void OutlookItem::RemoveCategoryId(int32_t id) {
-  RemoveAt(categories_.IndexOf(id));
+  const size_t at = categories_.IndexOf(id);
+  if (at < categories_.size()) RemoveAt(at, ResolveOwners());
 }
 
-void OutlookItem::RemoveAt(size_t at) {
+void OutlookItem::RemoveAt(size_t at, const Owners& owners) {
   if (at >= categories_.size()) return;
   const int32_t id = categories_[at];
   categories_.EraseAt(at);
-  const Owners owners = ResolveOwners();
-  auto self = shared_from_this();
   MarkChanged(owners);
   Ignoring([&] {
     if (!owners.JournalSuppressed()) AddAction(owners, id, Action::kRemoved);
   });
+  if (!owners.self) return;
   Ignoring([&] {
     if (auto category = owners.cats ? owners.cats->ItemById(id, true) : nullptr) {
-      category->RemoveMember(self);
+      category->RemoveMember(owners.self);
     }
   });
   if (!moving_ && categories_.empty()) {
     Ignoring([&] {
-      if (auto def = owners.Default()) def->AddMember(self);
+      if (auto def = owners.Default()) def->AddMember(owners.self);
     });
   }
 }
@@ -165,12 +178,12 @@ void OutlookItem::Reattach(const std::shared_ptr<Category>& category) {
   if (categories_.Contains(id)) return;
   const bool wasEmpty = categories_.empty();
   categories_.push_back(id);
-  SetChanged(true);
+  const Owners owners = ResolveOwners();
+  MarkChanged(owners);
   // No journal entry: this only runs while a replay is under way.
-  Ignoring([&] { category->MarkMemberChanged(); });
-  if (wasEmpty && !moving_) {
+  if (wasEmpty && !moving_ && owners.self) {
     Ignoring([&] {
-      if (auto def = Cats()->DefaultCategory(true)) def->RemoveMember(shared_from_this());
+      if (auto def = owners.Default()) def->RemoveMember(owners.self);
     });
   }
 }
@@ -184,19 +197,23 @@ void OutlookItem::MoveToCategory(const std::shared_ptr<Category>& category) {
     } moving(moving_);
     const bool hadCategories = !categories_.empty();
     const int32_t target = RunTimeError::Require(category)->ID();
+    // One look-up of the owners for the whole move.
+    const Owners owners = ResolveOwners();
     bool found = false;
-    // Last position first, so the positions still to visit stay valid.
-    for (int64_t pos = CategoriesCount(); pos >= 1; --pos) {
-      if (categories_[static_cast<size_t>(pos - 1)] != target) {
-        CategoriesRemove(ItemIndex::Position(pos));
+    // Last position first, so the positions still to visit stay valid. A
+    // subscriber may shorten the list from inside an event meanwhile.
+    for (size_t pos = categories_.size(); pos >= 1; --pos) {
+      if (pos > categories_.size()) continue;
+      if (categories_[pos - 1] != target) {
+        RemoveAt(pos - 1, owners);
       } else {
         found = true;
       }
     }
-    if (!found) CategoriesAdd(category);
+    if (!found) AddWith(category, owners);
     if (!hadCategories) {
       // The add above skipped leaving the default category while moving.
-      if (auto def = Cats()->DefaultCategory(true)) def->RemoveMember(shared_from_this());
+      if (auto def = owners.Default(); def && owners.self) def->RemoveMember(owners.self);
     }
   });
 }

@@ -8,6 +8,7 @@
 #include "model/CategoryIdList.h"
 #include "model/IChild.h"
 #include "model/ItemIndex.h"
+#include "model/ItemStore.h"
 
 namespace t4 {
 
@@ -20,7 +21,12 @@ class Application;
 // as category IDs in the order they were added (a renamed category stays
 // assigned). The item is a member of exactly the categories in its list,
 // and of the default category exactly when the list is empty.
-class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookItem> {
+//
+// The item does not own anything of the model: it finds its collection
+// through a weak link, and itself (for events and member lists) in the
+// collection's store. An item its collection no longer holds (after a new
+// reading, or once unlinked) only keeps its own list.
+class OutlookItem : public IChild {
  public:
   using SharedText = std::shared_ptr<const std::u16string>;
   // Where an item comes from: texts that thousands of items share, kept
@@ -63,6 +69,9 @@ class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookIt
   // Internal operations.
   void SetParent(std::weak_ptr<OutlookItems> parent) { parent_ = std::move(parent); }
   std::shared_ptr<OutlookItems> Parent() const { return parent_.lock(); }
+  // The store of the reading that holds this item, or null when the item is
+  // not linked to a collection that holds it.
+  std::shared_ptr<const ItemStore> HomeStore() const;
   // Fills the fields (message class in lower case) without journalling.
   void Initialize(int32_t id, std::u16string entryId, SharedOrigin origin, std::u16string subject,
                   double dateTime);
@@ -81,13 +90,15 @@ class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookIt
   // Puts `category` back on an item that is still in its member list (an
   // undone deletion): the same effects as CategoriesAdd, whose member add
   // would fail on the duplicate and raise nothing, without that attempt.
+  // The caller marks the category changed, as that failed add would.
   void Reattach(const std::shared_ptr<Category>& category);
 
  private:
   // The owners an edit needs, looked up once per edit (each lookup goes
   // through a weak link); any of them may be missing once unlinked.
   struct Owners {
-    std::shared_ptr<OutlookItems> items;
+    std::shared_ptr<OutlookItems> items;  // null when not linked
+    std::shared_ptr<OutlookItem> self;    // this item, as its collection holds it
     std::shared_ptr<Application> app;
     std::shared_ptr<Categories> cats;
     bool JournalSuppressed() const;
@@ -95,9 +106,10 @@ class OutlookItem : public IChild, public std::enable_shared_from_this<OutlookIt
   };
   Owners ResolveOwners() const;
   void MarkChanged(const Owners& owners);
-  void RemoveAt(size_t at);
+  // The two halves of every membership edit, with the owners looked up.
+  void AddWith(const std::shared_ptr<Category>& category, const Owners& owners);
+  void RemoveAt(size_t at, const Owners& owners);
   void AddAction(const Owners& owners, int32_t categoryId, int32_t kind);
-  std::shared_ptr<Application> App() const;
   std::shared_ptr<Categories> Cats() const;
 
   // First, so the count shares a cache line with the object's header: the

@@ -20,15 +20,15 @@ void OutlookItems::Init(int32_t parentHandle, const std::u16string&) {
 std::shared_ptr<OutlookItem> OutlookItems::Item(const ItemIndex& index) const {
   if (!index.IsKey()) {
     const int64_t pos = index.PositionValue();
-    return pos >= 1 && pos <= Count() ? items_[static_cast<size_t>(pos - 1)] : nullptr;
+    return pos >= 1 && pos <= Count() ? store_->Get(static_cast<int32_t>(pos)) : nullptr;
   }
   const auto id = index.KeyId();
   return id ? ItemById(*id) : nullptr;
 }
 
 void OutlookItems::Clear() {
-  items_.clear();
-  items_.shrink_to_fit();
+  // Member collections of the old reading keep the old store.
+  store_ = std::make_shared<ItemStore>();
   texts_.clear();
   lastStore_.reset();
   lastFolder_.reset();
@@ -75,7 +75,7 @@ std::shared_ptr<OutlookItem> OutlookItems::Add(std::u16string entryId,
       lastOrigin_ = origin;
     }
     item->Initialize(nextId_, std::move(entryId), lastOrigin_, std::move(subject), dateTime);
-    items_.push_back(item);
+    store_->Append(item);
     ++nextId_;
     return item;
   });
@@ -83,7 +83,7 @@ std::shared_ptr<OutlookItem> OutlookItems::Add(std::u16string entryId,
 
 void OutlookItems::SaveChanges(Categories& categories) {
   Frame(u"OutlookItems", u"SaveChanges", [&] {
-    for (const auto& item : items_) {
+    for (const auto& item : store_->All()) {
       if (item->Changed()) item->Save(categories);
     }
     changed_ = false;

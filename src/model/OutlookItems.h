@@ -10,7 +10,7 @@
 
 #include "model/IChild.h"
 #include "model/ItemIndex.h"
-#include "model/KeyedCollection.h"
+#include "model/ItemStore.h"
 #include "model/OutlookItem.h"
 
 namespace t4 {
@@ -27,11 +27,11 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
 
   // Public members.
   bool Changed() const { return changed_; }
-  int32_t Count() const { return static_cast<int32_t>(items_.size()); }
+  int32_t Count() const { return store_->Count(); }
   // The item at a 1-based position or under the decimal text of its ID.
   std::shared_ptr<OutlookItem> Item(const ItemIndex& index) const;
   // The items in order, as a list later changes do not touch.
-  std::vector<std::shared_ptr<OutlookItem>> Enumerate() const { return items_; }
+  std::vector<std::shared_ptr<OutlookItem>> Enumerate() const { return store_->All(); }
 
   // IChild: the parent is an Application handle; the key is ignored.
   void Init(int32_t parentHandle, const std::u16string& key = u"") override;
@@ -42,7 +42,7 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   std::shared_ptr<OutlookItem> Add(std::u16string entryId, const std::u16string& storeId,
                                    const std::u16string& folder, std::u16string subject,
                                    const std::u16string& messageClass, double dateTime);
-  // Empty again; IDs from 1.
+  // Empty again, in a new store; IDs from 1.
   void Clear();
   // Saves every changed item, then clears the collection's changed mark.
   void SaveChanges(Categories& categories);
@@ -52,16 +52,15 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   void SetParent(std::weak_ptr<Application> parent) { parent_ = std::move(parent); }
   std::shared_ptr<Application> Parent() const { return parent_.lock(); }
   // The item with this ID, or null.
-  std::shared_ptr<OutlookItem> ItemById(int32_t id) const {
-    return id >= 1 && static_cast<size_t>(id) <= items_.size() ? items_[static_cast<size_t>(id) - 1]
-                                                               : nullptr;
-  }
+  const std::shared_ptr<OutlookItem>& ItemById(int32_t id) const { return store_->Get(id); }
   // Calls f(id, item) for every item in order; `f` must not add items.
   template <class F>
   void ForEach(F&& f) const {
-    for (const auto& item : items_) f(item->ID(), item);
+    for (const auto& item : store_->All()) f(item->ID(), item);
   }
-  void Reserve(size_t n) { items_.reserve(n); }
+  void Reserve(size_t n) { store_->Reserve(n); }
+  // The items of the current reading.
+  const std::shared_ptr<ItemStore>& Store() const { return store_; }
 
  private:
   // Store identifiers, folder texts and message classes repeat across
@@ -70,9 +69,8 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
 
   std::weak_ptr<Application> parent_;
   // Items are only ever appended (IDs 1, 2, ...) and cleared all at once,
-  // so the item with ID n sits at index n - 1: position and key lookups
-  // need no table.
-  std::vector<std::shared_ptr<OutlookItem>> items_;
+  // so position and key lookups need no table.
+  std::shared_ptr<ItemStore> store_;
   bool changed_ = false;
   bool isReading_ = false;
   int32_t nextId_ = 1;

@@ -6,9 +6,9 @@ namespace {
 
 using test::Events;
 
-std::shared_ptr<Action> A(int32_t id = 0) {
-  auto a = std::make_shared<Action>();
-  a->ItemID = id;
+Action A(int32_t id = 0) {
+  Action a;
+  a.ItemID = id;
   return a;
 }
 
@@ -21,7 +21,7 @@ TEST(Actions, SixtySingleEditsKeepFifty) {
   while (auto step = j.PreviousStep()) {
     ++undos;
     if (undos == 50) {
-      EXPECT_EQ((*step)[0]->ItemID, 10);  // the oldest kept
+      EXPECT_EQ((*step)[0].ItemID, 10);  // the oldest kept
     }
   }
   EXPECT_EQ(undos, 50);
@@ -106,16 +106,16 @@ TEST_F(ReplayTest, RenameUndoRedoUndo) {
   ReadList({u"A"});
   auto a = Cat(u"A");
   a->SetName(u"B");
-  auto step = *app->Journal()->PreviousStep();
+  auto step = app->Journal()->PreviousStep();
   app->Journal()->NextStep();
-  auto action = step[0];
-  EXPECT_EQ(std::get<std::u16string>(action->Value), u"A");
+  const Action& action = (*step)[0];
+  EXPECT_EQ(std::get<std::u16string>(action.Detail->Value), u"A");
   app->Undo();
   EXPECT_EQ(a->Name(), u"A");
-  EXPECT_EQ(std::get<std::u16string>(action->Value), u"B");
+  EXPECT_EQ(std::get<std::u16string>(action.Detail->Value), u"B");
   app->Redo();
   EXPECT_EQ(a->Name(), u"B");
-  EXPECT_EQ(std::get<std::u16string>(action->Value), u"A");
+  EXPECT_EQ(std::get<std::u16string>(action.Detail->Value), u"A");
   app->Undo();
   EXPECT_EQ(a->Name(), u"A");
   EXPECT_TRUE(app->RedoIsPossible());

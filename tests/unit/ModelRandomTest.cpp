@@ -89,13 +89,14 @@ class ModelRandomTest : public test::ModelTest {
       EXPECT_TRUE(e.Number() == 91 || e.Number() == 457) << "step " << step << ": " << e.what();
       ASSERT_TRUE(next);
       EXPECT_GT(next->size(), 1u) << "step " << step << ": a single action failed to replay"
-                                  << (redo ? " redo" : " undo") << " kind " << (*next)[0]->Kind
+                                  << (redo ? " redo" : " undo") << " kind " << (*next)[0].Kind
                                   << " cat "
-                                  << ((*next)[0]->Category ? (*next)[0]->Category->ID() : -1)
-                                  << " item " << (*next)[0]->ItemID << " catid "
-                                  << (*next)[0]->CategoryID << " prop "
-                                  << Utf::ToUtf8((*next)[0]->PropertyName) << " pos "
-                                  << journal.Position() << "/" << journal.Count();
+                                  << ((*next)[0].Detail ? (*next)[0].Detail->Category->ID() : -1)
+                                  << " item " << (*next)[0].ItemID << " catid "
+                                  << (*next)[0].CategoryID << " prop "
+                                  << Utf::ToUtf8((*next)[0].Detail ? (*next)[0].Detail->PropertyName
+                                                                   : u"")
+                                  << " pos " << journal.Position() << "/" << journal.Count();
       EXPECT_FALSE(app->Replaying());
       ++failedBatchReplays;
       // The steps around a half-replayed one may now refer to categories

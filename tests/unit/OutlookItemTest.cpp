@@ -45,8 +45,8 @@ TEST_F(OutlookItemTest, MoveKeepsTheTargetAndRemovesTheOthersLastFirst) {
   EXPECT_EQ(log->events, (Events{"MemberRemove C 1", "MemberRemove A 1"}));
   ASSERT_EQ(app->Journal()->Count(), 2);  // two removals, each its own step
   auto step = app->Journal()->PreviousStep();
-  EXPECT_EQ((*step)[0]->Kind, Action::kRemoved);
-  EXPECT_EQ((*step)[0]->CategoryID, Cat(u"A")->ID());
+  EXPECT_EQ((*step)[0].Kind, Action::kRemoved);
+  EXPECT_EQ((*step)[0].CategoryID, Cat(u"A")->ID());
   EXPECT_TRUE(MemberIds(*cats->DefaultCategory(true)).empty());
 }
 

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace t4 {
+
+class OutlookItem;
+
+// The items of one reading, by ID: the item with ID n sits at index n - 1.
+// Items are only ever appended, so an ID once given names the same item for
+// the store's whole life. The item collection starts a new store when it is
+// cleared; member collections built on an older reading keep theirs, so an
+// ID they hold never comes to name an item of another reading.
+class ItemStore {
+ public:
+  int32_t Count() const { return static_cast<int32_t>(items_.size()); }
+  // The item with this ID; a null pointer when there is none.
+  const std::shared_ptr<OutlookItem>& Get(int32_t id) const {
+    return id >= 1 && static_cast<size_t>(id) <= items_.size() ? items_[static_cast<size_t>(id) - 1]
+                                                               : kNoItem;
+  }
+  // True when `item` is the item this store holds under its ID.
+  bool Holds(const OutlookItem& item) const;
+  // Adds `item`, which must carry the ID Count() + 1.
+  void Append(std::shared_ptr<OutlookItem> item) { items_.push_back(std::move(item)); }
+  void Reserve(size_t n) { items_.reserve(n); }
+  const std::vector<std::shared_ptr<OutlookItem>>& All() const { return items_; }
+
+ private:
+  static const std::shared_ptr<OutlookItem> kNoItem;
+  std::vector<std::shared_ptr<OutlookItem>> items_;
+};
+
+}  // namespace t4

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "model/IdList.h"
+#include "model/ItemStore.h"
+
+namespace t4 {
+
+class OutlookItem;
+
+// The member collection of a category: items of one reading, keyed by their
+// ID, in the order they became members. Only the IDs are kept; the items
+// are found in the reading's ItemStore, which the collection holds on to.
+// Positions, keys and costs are those of IdList.
+class Members {
+ public:
+  size_t Count() const { return ids_.Count(); }
+  bool Empty() const { return ids_.Empty(); }
+
+  // Adds `item` under its ID; false when it is a member already, when it is
+  // no longer in its item collection, or when it belongs to another reading
+  // than the members held.
+  bool Add(const std::shared_ptr<OutlookItem>& item);
+  // Removes the member with this ID; false when there is none.
+  bool Remove(int32_t id) { return ids_.Remove(id); }
+  bool Contains(int32_t id) const { return ids_.Contains(id); }
+  // The member under this ID or at this 1-based position, or null.
+  std::shared_ptr<OutlookItem> ByKey(int32_t id) const;
+  std::shared_ptr<OutlookItem> ByPosition(int64_t position) const;
+
+  // Calls f(id, item) for every member in order. `f` must not change this
+  // collection; take a Snapshot() to walk while changing it.
+  template <class F>
+  void ForEach(F&& f) const {
+    if (!store_) return;
+    ids_.ForEach([&](int32_t id) { f(id, store_->Get(id)); });
+  }
+  // The member IDs in order, as a list that later changes do not touch.
+  std::vector<int32_t> IdSnapshot() const;
+  // The members in order, as a list that later changes do not touch.
+  std::vector<std::shared_ptr<OutlookItem>> Snapshot() const;
+  const IdList& Ids() const { return ids_; }
+  // The reading the members belong to; null while there has been none.
+  const std::shared_ptr<const ItemStore>& Store() const { return store_; }
+
+  // A new collection of the members for which keep(item) is true, in order.
+  template <class Keep>
+  std::shared_ptr<Members> Filtered(Keep&& keep) const {
+    auto out = std::make_shared<Members>();
+    out->store_ = store_;
+    if (!store_) return out;
+    ids_.ForEach([&](int32_t id) {
+      if (keep(*store_->Get(id))) out->ids_.AppendNew(id);
+    });
+    return out;
+  }
+
+ private:
+  IdList ids_;
+  std::shared_ptr<const ItemStore> store_;
+};
+
+}  // namespace t4
