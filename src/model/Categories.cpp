@@ -183,21 +183,14 @@ void Categories::Append(const std::shared_ptr<Category>& category) {
     Index(*category);
     if (filtered_) filtered_->Add(category->ID(), category);
     category->SetChanged(true);
-    if (Replaying()) {
-      const Members& members = category->MemberCollection(true);
-      if (!(fireMemberEvents_ && !sinks_.empty())) {
-        members.ForEach(
-            [](int32_t, const std::shared_ptr<OutlookItem>& item) { item->SetChanged(true); });
-        return;
-      }
-      // Subscribers may change the members from inside an event.
-      const auto store = members.Store();
-      for (int32_t itemId : members.IdSnapshot()) {
-        const std::shared_ptr<OutlookItem> item = store->Get(itemId);
-        item->SetChanged(true);
-        RaiseMemberAdd(category, item);
-      }
-    }
+    if (!Replaying()) return;
+    const bool announce = WantsMemberEvents();
+    OutlookItem::Walk(category->MemberCollection(true),
+                      RunTimeError::Require(Parent())->OutlookItems(), announce,
+                      [&](OutlookItem& item, const OutlookItem::Owners& owners) {
+                        item.MarkChanged(owners);
+                        if (announce && owners.self) RaiseMemberAdd(category, owners.self);
+                      });
   });
 }
 

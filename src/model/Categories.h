@@ -117,6 +117,9 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   // True when a member event would reach anyone: saves building its
   // arguments for nobody.
   bool WantsMemberEvents() const { return fireMemberEvents_ && !sinks_.empty(); }
+  // True when anyone listens: only a subscriber can change the model from
+  // inside an operation.
+  bool HasSubscribers() const { return !sinks_.empty(); }
   void RaiseItemAdd(const std::shared_ptr<Category>& item);
   void RaiseItemChange(const std::shared_ptr<Category>& item);
   void RaiseItemRemove(const std::u16string& key);

@@ -161,20 +161,23 @@ std::shared_ptr<Category> Category::Copy() const {
 
 void Category::Delete() {
   Frame(u"Category", u"Delete", [&] {
-    const bool replaying = Replaying();
+    const auto app = App();
+    const bool replaying = app->Replaying();
     auto self = shared_from_this();
-    const auto store = members_->Store();
     // Subscribers may change the members from inside an event: walk the
     // IDs as they are now.
-    for (int32_t itemId : members_->IdSnapshot()) {
-      const std::shared_ptr<OutlookItem> item = store->Get(itemId);
-      item->SetSuppressJournal(true);
-      item->RemoveCategoryId(id_);
-      item->SetSuppressJournal(false);
-      item->SetChanged(true);
-      // Outside a replay the host learns of the deletion through ItemRemove.
-      if (replaying) RunTimeError::Require(Parent())->RaiseMemberRemove(self, item);
-    }
+    OutlookItem::Walk(*members_, app->OutlookItems(), Parent() && Parent()->HasSubscribers(),
+                      [&](OutlookItem& item, const OutlookItem::Owners& owners) {
+                        item.SetSuppressJournal(true);
+                        item.RemoveCategoryId(id_, owners);
+                        item.SetSuppressJournal(false);
+                        item.MarkChanged(owners);
+                        // Outside a replay the host learns of the deletion
+                        // through ItemRemove.
+                        if (replaying && owners.self) {
+                          RunTimeError::Require(Parent())->RaiseMemberRemove(self, owners.self);
+                        }
+                      });
   });
 }
 
@@ -184,11 +187,9 @@ void Category::ReAssignToMembers() {
     auto self = shared_from_this();
     // What a failed member add does for each item, done once for all.
     MarkMemberChanged();
-    const auto store = members_->Store();
-    for (int32_t itemId : members_->IdSnapshot()) {
-      const std::shared_ptr<OutlookItem> item = store->Get(itemId);
-      item->Reattach(self);
-    }
+    OutlookItem::Walk(
+        *members_, App()->OutlookItems(), Parent()->HasSubscribers(),
+        [&](OutlookItem& item, const OutlookItem::Owners& owners) { item.Reattach(self, owners); });
   });
 }
 

@@ -52,6 +52,12 @@ class IdList {
     }
   }
 
+  // The IDs in order, without holes (compacting first, like At).
+  const std::vector<int32_t>& Dense() const {
+    if (holes_ != 0) Compact();
+    return slots_;
+  }
+
   void Clear();
   void Reserve(size_t n) { slots_.reserve(n); }
   // Cells of the index; 0 while there is none (diagnostics, tests).

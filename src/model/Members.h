@@ -43,6 +43,8 @@ class Members {
   // The members in order, as a list that later changes do not touch.
   std::vector<std::shared_ptr<OutlookItem>> Snapshot() const;
   const IdList& Ids() const { return ids_; }
+  // The member IDs in order, in one block.
+  const std::vector<int32_t>& IdVector() const { return ids_.Dense(); }
   // The reading the members belong to; null while there has been none.
   const std::shared_ptr<const ItemStore>& Store() const { return store_; }
 

@@ -74,17 +74,47 @@ void OutlookItem::SetChanged(bool value) {
 }
 
 OutlookItem::Owners OutlookItem::ResolveOwners() const {
-  Owners owners;
-  owners.items = Parent();
-  if (!owners.items) return owners;
-  const auto& self = owners.items->Store()->Get(id_);
+  const auto items = Parent();
+  if (!items) return {};
+  const auto& self = items->Store()->Get(id_);
   // A collection that no longer holds this item is not its owner any more.
-  if (self.get() != this) {
-    owners.items.reset();
-    return owners;
-  }
+  if (self.get() != this) return {};
+  Owners owners = OwnersOf(items);
   owners.self = self;
-  owners.app = owners.items->Parent();
+  return owners;
+}
+
+void OutlookItem::Walk(const Members& members, const std::shared_ptr<OutlookItems>& items,
+                       bool mayChange, const std::function<void(OutlookItem&, const Owners&)>& f) {
+  const std::shared_ptr<const ItemStore> store = members.Store();
+  if (!store) return;
+  Owners shared;
+  const bool current = items && items->Store() == store;
+  if (current) shared = OwnersOf(items);
+  std::vector<int32_t> copy;
+  if (mayChange) copy = members.IdVector();
+  const std::vector<int32_t>& ids = mayChange ? copy : members.IdVector();
+  // Each item is a heap object of its own; fetching a few ahead lets the
+  // memory work on them while this one is edited.
+  constexpr size_t kAhead = 8;
+  for (size_t i = 0; i < ids.size(); ++i) {
+#if defined(__GNUC__)
+    if (i + kAhead < ids.size()) __builtin_prefetch(store->Get(ids[i + kAhead]).get());
+#endif
+    const std::shared_ptr<OutlookItem> item = store->Get(ids[i]);
+    if (current && item->LinkedTo(items)) {
+      shared.self = item;
+      f(*item, shared);
+    } else {
+      f(*item, item->ResolveOwners());
+    }
+  }
+}
+
+OutlookItem::Owners OutlookItem::OwnersOf(const std::shared_ptr<OutlookItems>& items) {
+  Owners owners;
+  owners.items = items;
+  if (items) owners.app = items->Parent();
   if (owners.app) owners.cats = owners.app->Categories();
   return owners;
 }
@@ -152,6 +182,10 @@ void OutlookItem::RemoveCategoryId(int32_t id) {
   if (at < categories_.size()) RemoveAt(at, ResolveOwners());
 }
 
+void OutlookItem::RemoveCategoryId(int32_t id, const Owners& owners) {
+  RemoveAt(categories_.IndexOf(id), owners);
+}
+
 void OutlookItem::RemoveAt(size_t at, const Owners& owners) {
   if (at >= categories_.size()) return;
   const int32_t id = categories_[at];
@@ -173,12 +207,11 @@ void OutlookItem::RemoveAt(size_t at, const Owners& owners) {
   }
 }
 
-void OutlookItem::Reattach(const std::shared_ptr<Category>& category) {
+void OutlookItem::Reattach(const std::shared_ptr<Category>& category, const Owners& owners) {
   const int32_t id = category->ID();
   if (categories_.Contains(id)) return;
   const bool wasEmpty = categories_.empty();
   categories_.push_back(id);
-  const Owners owners = ResolveOwners();
   MarkChanged(owners);
   // No journal entry: this only runs while a replay is under way.
   if (wasEmpty && !moving_ && owners.self) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "model/IChild.h"
 #include "model/ItemIndex.h"
 #include "model/ItemStore.h"
+#include "model/Members.h"
 
 namespace t4 {
 
@@ -87,25 +89,43 @@ class OutlookItem : public IChild {
   const CategoryIdList& CategoryIds() const { return categories_; }
   // CategoriesRemove by the category's ID, without going through its text.
   void RemoveCategoryId(int32_t id);
-  // Puts `category` back on an item that is still in its member list (an
-  // undone deletion): the same effects as CategoriesAdd, whose member add
-  // would fail on the duplicate and raise nothing, without that attempt.
-  // The caller marks the category changed, as that failed add would.
-  void Reattach(const std::shared_ptr<Category>& category);
 
- private:
-  // The owners an edit needs, looked up once per edit (each lookup goes
-  // through a weak link); any of them may be missing once unlinked.
+  // What an edit of the item reaches, looked up once per edit (each look-up
+  // goes through a weak link); all null while the item is not linked to a
+  // collection that holds it.
   struct Owners {
-    std::shared_ptr<OutlookItems> items;  // null when not linked
-    std::shared_ptr<OutlookItem> self;    // this item, as its collection holds it
+    std::shared_ptr<OutlookItems> items;
+    std::shared_ptr<OutlookItem> self;  // the item, as its collection holds it
     std::shared_ptr<Application> app;
     std::shared_ptr<Categories> cats;
     bool JournalSuppressed() const;
     std::shared_ptr<Category> Default() const;
   };
-  Owners ResolveOwners() const;
+  // Calls f(item, owners) for every item of `members`. A walk over
+  // thousands of a category's members looks the owners up once: every item
+  // still linked to `items`, the collection of the members' reading, shares
+  // them; any other item gets its own. With `mayChange` (f may raise events,
+  // and subscribers may change the members) the walk goes over the IDs as
+  // they were at the start.
+  static void Walk(const Members& members, const std::shared_ptr<OutlookItems>& items,
+                   bool mayChange, const std::function<void(OutlookItem&, const Owners&)>& f);
+  // The same operations with the owners at hand.
+  void RemoveCategoryId(int32_t id, const Owners& owners);
+  // Puts `category` back on an item that is still in its member list (an
+  // undone deletion): the same effects as CategoriesAdd, whose member add
+  // would fail on the duplicate and raise nothing, without that attempt.
+  // The caller marks the category changed, as that failed add would.
+  void Reattach(const std::shared_ptr<Category>& category, const Owners& owners);
+  // SetChanged(true).
   void MarkChanged(const Owners& owners);
+
+ private:
+  Owners ResolveOwners() const;
+  // The owners of the items of `items`, but for `self`.
+  static Owners OwnersOf(const std::shared_ptr<OutlookItems>& items);
+  bool LinkedTo(const std::shared_ptr<OutlookItems>& items) const {
+    return !parent_.owner_before(items) && !items.owner_before(parent_);
+  }
   // The two halves of every membership edit, with the owners looked up.
   void AddWith(const std::shared_ptr<Category>& category, const Owners& owners);
   void RemoveAt(size_t at, const Owners& owners);
