@@ -176,3 +176,49 @@ TEST(CategoriesDeleted, EntriesEndInThreeSemicolonsAndJoinWithOne) {
 
 }  // namespace
 }  // namespace t4
+
+namespace t4 {
+namespace {
+
+// After the items are read again, the items of the earlier reading are out
+// of the model: they keep their own list, but no category takes them, and a
+// member list of the earlier reading still names its own items.
+class ReadingAgainTest : public test::ModelTest {};
+
+TEST_F(ReadingAgainTest, ItemsOfAnEarlierReadingStayOutOfTheModel) {
+  ReadList({u"Work", u"Home"});
+  auto old = ReadItem({u"Work"});
+  auto work = Cat(u"Work");
+  auto home = Cat(u"Home");
+  auto oldMembers = work->MemberCollection(true).Snapshot();
+  ASSERT_EQ(oldMembers.size(), 1u);
+
+  cats->ClearAllMembers();
+  items->Clear();
+  auto fresh = ReadItem({});
+  ASSERT_EQ(fresh->ID(), old->ID());  // the same ID, another item
+
+  old->CategoriesAdd(home);
+  EXPECT_EQ(old->CategoriesCount(), 2);  // its own list
+  EXPECT_TRUE(old->Changed());
+  EXPECT_FALSE(items->Changed());  // the new reading is untouched
+  EXPECT_EQ(home->MemberCount(true), 0);
+  EXPECT_EQ(work->MemberCount(true), 0);
+  EXPECT_FALSE(app->UndoIsPossible());
+  EXPECT_TRUE(log->events.empty());
+  EXPECT_EQ(oldMembers[0], old);
+}
+
+TEST_F(ReadingAgainTest, AnItemUnlinkedFromItsCollectionOnlyKeepsItsOwnList) {
+  ReadList({u"Work", u"Home"});
+  auto item = ReadItem({u"Work"});
+  item->ResetParentPtr();
+  item->CategoriesAdd(Cat(u"Home"));
+  EXPECT_EQ(item->CategoriesCount(), 2);
+  EXPECT_EQ(Cat(u"Home")->MemberCount(true), 0);
+  EXPECT_FALSE(app->UndoIsPossible());
+  EXPECT_TRUE(log->events.empty());
+}
+
+}  // namespace
+}  // namespace t4
