@@ -64,8 +64,8 @@ void DeleteCategory(Application& app, const Action& a) {
 }
 
 void RestoreCategory(Application& app, const Action& a, bool reattach) {
-  if (reattach) a.Detail->Category->ReAssignToMembers();
-  RunTimeError::Require(app.Categories())->Append(a.Detail->Category);
+  const bool membersMarked = reattach && a.Detail->Category->ReAssignToMembers();
+  RunTimeError::Require(app.Categories())->Append(a.Detail->Category, membersMarked);
 }
 
 void AddMembership(Application& app, const Action& a) {
@@ -76,6 +76,15 @@ void RemoveMembership(Application& app, const Action& a) {
   ItemOf(app, a)->RemoveCategoryId(a.CategoryID);
 }
 
+constexpr size_t kAhead = 16;
+
+void Prefetch(const Categories& categories, const Action& a) {
+  if (a.Detail) return;
+  if (auto category = categories.ItemById(a.CategoryID, true)) {
+    category->MemberCollection(true).Prefetch(a.ItemID);
+  }
+}
+
 void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo) {
   if (!step) return;
   ReplayFlag flag(app);
@@ -84,7 +93,12 @@ void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo
   // step. Only the actions there at the start are replayed; the step grows
   // at its end without moving them.
   const size_t count = step->size();
+  const auto categories = RunTimeError::Require(app.Categories());
   for (size_t i = 0; i < count; ++i) {
+    // A step of a big batch is mostly memberships of items spread over the
+    // whole mailbox: asking for the item and the category's index a few
+    // actions ahead hides most of the waiting for memory.
+    if (i + kAhead < count) Prefetch(*categories, (*step)[i + kAhead]);
     Action& a = (*step)[i];
     if (a.Kind == Action::kPropertyChanged) {
       if (!a.Detail) continue;

@@ -176,7 +176,7 @@ void Categories::AddAction(const std::shared_ptr<Category>& category, int32_t ki
   RunTimeError::Require(app->Journal())->Add(std::move(action));
 }
 
-void Categories::Append(const std::shared_ptr<Category>& category) {
+void Categories::Append(const std::shared_ptr<Category>& category, bool membersMarked) {
   Frame(u"Categories", u"Append", [&] {
     if (!categories_.Add(category->ID(), category))
       throw RunTimeError::Make(RunTimeError::kKeyAlreadyAssociated);
@@ -185,6 +185,7 @@ void Categories::Append(const std::shared_ptr<Category>& category) {
     category->SetChanged(true);
     if (!Replaying()) return;
     const bool announce = WantsMemberEvents();
+    if (membersMarked && !announce) return;
     OutlookItem::Walk(category->MemberCollection(true),
                       RunTimeError::Require(Parent())->OutlookItems(), announce,
                       [&](OutlookItem& item, const OutlookItem::Owners& owners) {

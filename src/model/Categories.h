@@ -103,7 +103,10 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   // Journals kind 0 (added) or 2 (deleted) with a snapshot, unless reading.
   void AddAction(const std::shared_ptr<Category>& category, int32_t kind);
   // Puts an existing category object back under its key (undo and redo).
-  void Append(const std::shared_ptr<Category>& category);
+  // `membersMarked`: the caller has just marked every member changed and
+  // nothing can have run since, so the walk that marks them is skipped
+  // unless it has events to raise.
+  void Append(const std::shared_ptr<Category>& category, bool membersMarked = false);
   // Keeps the name index in step when a category's name changes.
   void OnRenamed(const Category& category, const std::u16string& oldName);
   const Collection& All() const { return categories_; }

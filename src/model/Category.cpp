@@ -164,9 +164,9 @@ void Category::Delete() {
     const auto app = App();
     const bool replaying = app->Replaying();
     auto self = shared_from_this();
-    // Subscribers may change the members from inside an event: walk the
-    // IDs as they are now.
-    OutlookItem::Walk(*members_, app->OutlookItems(), Parent() && Parent()->HasSubscribers(),
+    const auto parent = RunTimeError::Require(Parent());
+    // Subscribers may change the members from inside an event.
+    OutlookItem::Walk(*members_, app->OutlookItems(), parent->HasSubscribers(),
                       [&](OutlookItem& item, const OutlookItem::Owners& owners) {
                         item.SetSuppressJournal(true);
                         item.RemoveCategoryId(id_, owners);
@@ -174,22 +174,24 @@ void Category::Delete() {
                         item.MarkChanged(owners);
                         // Outside a replay the host learns of the deletion
                         // through ItemRemove.
-                        if (replaying && owners.self) {
-                          RunTimeError::Require(Parent())->RaiseMemberRemove(self, owners.self);
-                        }
+                        if (replaying && owners.self) parent->RaiseMemberRemove(self, owners.self);
                       });
   });
 }
 
-void Category::ReAssignToMembers() {
-  Frame(u"Category", u"ReAssignToMembers", [&] {
-    if (members_->Empty()) return;
+bool Category::ReAssignToMembers() {
+  return Frame(u"Category", u"ReAssignToMembers", [&] {
+    if (members_->Empty()) return true;
     auto self = shared_from_this();
     // What a failed member add does for each item, done once for all.
     MarkMemberChanged();
-    OutlookItem::Walk(
-        *members_, App()->OutlookItems(), Parent()->HasSubscribers(),
-        [&](OutlookItem& item, const OutlookItem::Owners& owners) { item.Reattach(self, owners); });
+    const bool listened = RunTimeError::Require(Parent())->HasSubscribers();
+    bool allMarked = true;
+    OutlookItem::Walk(*members_, App()->OutlookItems(), listened,
+                      [&](OutlookItem& item, const OutlookItem::Owners& owners) {
+                        if (!item.Reattach(self, owners)) allMarked = false;
+                      });
+    return allMarked && !listened;
   });
 }
 

@@ -78,7 +78,10 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   // the member list itself stays, so an undo can re-attach the same items.
   void Delete();
   // Re-attaches the category to every member's item (undone deletion).
-  void ReAssignToMembers();
+  // True when that marked every member changed and nobody listens, so
+  // nothing can have cleared the marks since (Categories::Append need not
+  // mark them again).
+  bool ReAssignToMembers();
   void AddMember(const std::shared_ptr<OutlookItem>& item);
   // What a failed AddMember of an existing member still does: marks the
   // category changed unless the collection is being read.

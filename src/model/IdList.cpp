@@ -48,6 +48,17 @@ bool IdList::Remove(int32_t id) {
   return true;
 }
 
+void IdList::Prefetch(int32_t id) const {
+#if defined(__GNUC__)
+  if (id < 0) return;
+  if (!direct_.empty() && static_cast<size_t>(id) < direct_.size()) {
+    __builtin_prefetch(&direct_[static_cast<size_t>(id)]);
+  } else if (!hashed_.empty()) {
+    __builtin_prefetch(&hashed_[Bucket(id)]);
+  }
+#endif
+}
+
 std::optional<int32_t> IdList::At(int64_t position) const {
   if (position < 1 || position > static_cast<int64_t>(live_)) return std::nullopt;
   if (holes_ != 0) Compact();

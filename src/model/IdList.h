@@ -41,6 +41,9 @@ class IdList {
   // Removes `id`; false when it is not present.
   bool Remove(int32_t id);
   bool Contains(int32_t id) const { return FindSlot(id) != kNone; }
+  // Asks the memory for the index cell of `id` ahead of a lookup (a hint;
+  // does nothing while there is no index).
+  void Prefetch(int32_t id) const;
   // The ID at 1-based `position`; nothing outside 1..Count().
   std::optional<int32_t> At(int64_t position) const;
 

@@ -21,12 +21,30 @@ class ItemStore {
     return id >= 1 && static_cast<size_t>(id) <= items_.size() ? items_[static_cast<size_t>(id) - 1]
                                                                : kNoItem;
   }
+  // Asks the memory for the item with this ID ahead of its use (a hint).
+  // Each item is a heap object of its own: a walk over many items that
+  // fetches a few ahead lets the memory work on them while it handles one.
+  void Prefetch(int32_t id) const {
+#if defined(__GNUC__)
+    const char* item = reinterpret_cast<const char*>(Get(id).get());
+    __builtin_prefetch(item);
+    __builtin_prefetch(item + 64);
+#endif
+  }
+  // How far ahead such a walk fetches.
+  static constexpr size_t kPrefetchAhead = 24;
   // True when `item` is the item this store holds under its ID.
   bool Holds(const OutlookItem& item) const;
   // Adds `item`, which must carry the ID Count() + 1.
-  void Append(std::shared_ptr<OutlookItem> item) { items_.push_back(std::move(item)); }
-  void Reserve(size_t n) { items_.reserve(n); }
-  const std::vector<std::shared_ptr<OutlookItem>>& All() const { return items_; }
+  void Append(std::shared_ptr<OutlookItem> item) {
+    items_.push_back(std::move(item));
+  }
+  void Reserve(size_t n) {
+    items_.reserve(n);
+  }
+  const std::vector<std::shared_ptr<OutlookItem>>& All() const {
+    return items_;
+  }
 
  private:
   static const std::shared_ptr<OutlookItem> kNoItem;

@@ -27,6 +27,8 @@ class Members {
   // Removes the member with this ID; false when there is none.
   bool Remove(int32_t id) { return ids_.Remove(id); }
   bool Contains(int32_t id) const { return ids_.Contains(id); }
+  // Asks the memory for what a lookup of `id` will touch (a hint).
+  void Prefetch(int32_t id) const;
   // The member under this ID or at this 1-based position, or null.
   std::shared_ptr<OutlookItem> ByKey(int32_t id) const;
   std::shared_ptr<OutlookItem> ByPosition(int64_t position) const;
@@ -54,9 +56,12 @@ class Members {
     auto out = std::make_shared<Members>();
     out->store_ = store_;
     if (!store_) return out;
-    ids_.ForEach([&](int32_t id) {
-      if (keep(*store_->Get(id))) out->ids_.AppendNew(id);
-    });
+    const std::vector<int32_t>& ids = ids_.Dense();
+    constexpr size_t kAhead = ItemStore::kPrefetchAhead;
+    for (size_t i = 0; i < ids.size(); ++i) {
+      if (i + kAhead < ids.size()) store_->Prefetch(ids[i + kAhead]);
+      if (keep(*store_->Get(ids[i]))) out->ids_.AppendNew(ids[i]);
+    }
     return out;
   }
 

@@ -94,13 +94,9 @@ void OutlookItem::Walk(const Members& members, const std::shared_ptr<OutlookItem
   std::vector<int32_t> copy;
   if (mayChange) copy = members.IdVector();
   const std::vector<int32_t>& ids = mayChange ? copy : members.IdVector();
-  // Each item is a heap object of its own; fetching a few ahead lets the
-  // memory work on them while this one is edited.
-  constexpr size_t kAhead = 8;
+  constexpr size_t kAhead = ItemStore::kPrefetchAhead;
   for (size_t i = 0; i < ids.size(); ++i) {
-#if defined(__GNUC__)
-    if (i + kAhead < ids.size()) __builtin_prefetch(store->Get(ids[i + kAhead]).get());
-#endif
+    if (i + kAhead < ids.size()) store->Prefetch(ids[i + kAhead]);
     const std::shared_ptr<OutlookItem> item = store->Get(ids[i]);
     if (current && item->LinkedTo(items)) {
       shared.self = item;
@@ -207,9 +203,9 @@ void OutlookItem::RemoveAt(size_t at, const Owners& owners) {
   }
 }
 
-void OutlookItem::Reattach(const std::shared_ptr<Category>& category, const Owners& owners) {
+bool OutlookItem::Reattach(const std::shared_ptr<Category>& category, const Owners& owners) {
   const int32_t id = category->ID();
-  if (categories_.Contains(id)) return;
+  if (categories_.Contains(id)) return false;
   const bool wasEmpty = categories_.empty();
   categories_.push_back(id);
   MarkChanged(owners);
@@ -219,6 +215,7 @@ void OutlookItem::Reattach(const std::shared_ptr<Category>& category, const Owne
       if (auto def = owners.Default()) def->RemoveMember(owners.self);
     });
   }
+  return true;
 }
 
 void OutlookItem::MoveToCategory(const std::shared_ptr<Category>& category) {

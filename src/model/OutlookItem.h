@@ -115,7 +115,8 @@ class OutlookItem : public IChild {
   // undone deletion): the same effects as CategoriesAdd, whose member add
   // would fail on the duplicate and raise nothing, without that attempt.
   // The caller marks the category changed, as that failed add would.
-  void Reattach(const std::shared_ptr<Category>& category, const Owners& owners);
+  // False when the item carried the category already (nothing changed).
+  bool Reattach(const std::shared_ptr<Category>& category, const Owners& owners);
   // SetChanged(true).
   void MarkChanged(const Owners& owners);
 
