@@ -22,10 +22,6 @@ class ReplayFlag {
   Application& app_;
 };
 
-std::shared_ptr<OutlookItem> ItemOf(Application& app, const Action& a) {
-  return RunTimeError::Require(RunTimeError::Require(app.OutlookItems())->ItemById(a.ItemID));
-}
-
 std::shared_ptr<Category> CategoryById(Application& app, int32_t id) {
   return RunTimeError::Require(app.Categories())->ItemById(id, true);
 }
@@ -68,12 +64,30 @@ void RestoreCategory(Application& app, const Action& a, bool reattach) {
   RunTimeError::Require(app.Categories())->Append(a.Detail->Category, membersMarked);
 }
 
-void AddMembership(Application& app, const Action& a) {
-  ItemOf(app, a)->CategoriesAdd(CategoryById(app, a.CategoryID));
+// What the memberships of one step need, looked up once for the step: a
+// step of a big batch holds hundreds of thousands of them.
+struct StepContext {
+  explicit StepContext(Application& app)
+      : categories(RunTimeError::Require(app.Categories())),
+        items(app.OutlookItems()),
+        owners(items) {}
+  std::shared_ptr<OutlookItem> ItemOf(const Action& a) const {
+    return RunTimeError::Require(RunTimeError::Require(items)->ItemById(a.ItemID));
+  }
+
+  std::shared_ptr<Categories> categories;
+  std::shared_ptr<OutlookItems> items;
+  OutlookItem::SharedOwners owners;
+};
+
+void AddMembership(StepContext& c, const Action& a) {
+  const auto item = c.ItemOf(a);
+  item->CategoriesAdd(c.categories->ItemById(a.CategoryID, true), c.owners.For(item));
 }
 
-void RemoveMembership(Application& app, const Action& a) {
-  ItemOf(app, a)->RemoveCategoryId(a.CategoryID);
+void RemoveMembership(StepContext& c, const Action& a) {
+  const auto item = c.ItemOf(a);
+  item->RemoveCategoryId(a.CategoryID, c.owners.For(item));
 }
 
 constexpr size_t kAhead = 16;
@@ -93,12 +107,12 @@ void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo
   // step. Only the actions there at the start are replayed; the step grows
   // at its end without moving them.
   const size_t count = step->size();
-  const auto categories = RunTimeError::Require(app.Categories());
+  StepContext context(app);
   for (size_t i = 0; i < count; ++i) {
     // A step of a big batch is mostly memberships of items spread over the
     // whole mailbox: asking for the item and the category's index a few
     // actions ahead hides most of the waiting for memory.
-    if (i + kAhead < count) Prefetch(*categories, (*step)[i + kAhead]);
+    if (i + kAhead < count) Prefetch(*context.categories, (*step)[i + kAhead]);
     Action& a = (*step)[i];
     if (a.Kind == Action::kPropertyChanged) {
       if (!a.Detail) continue;
@@ -112,7 +126,7 @@ void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo
       // Putting back a deleted category also puts it back on its items.
       add ? RestoreCategory(app, a, a.Kind == Action::kRemoved) : DeleteCategory(app, a);
     } else {
-      add ? AddMembership(app, a) : RemoveMembership(app, a);
+      add ? AddMembership(context, a) : RemoveMembership(context, a);
     }
   }
 }

@@ -200,9 +200,19 @@ void Category::MarkMemberChanged() {
   if (!(parent && parent->IsReading())) SetChanged(true);
 }
 
+std::shared_ptr<Categories> Category::ParentOr(const std::shared_ptr<Categories>& known) const {
+  const bool same = known && !parent_.owner_before(known) && !known.owner_before(parent_);
+  return same ? known : Parent();
+}
+
 void Category::AddMember(const std::shared_ptr<OutlookItem>& item) {
+  AddMember(item, nullptr);
+}
+
+void Category::AddMember(const std::shared_ptr<OutlookItem>& item,
+                         const std::shared_ptr<Categories>& known) {
   try {
-    auto parent = Parent();
+    const auto parent = ParentOr(known);
     bool failed = !members_->Add(item);
     // A member added under a filter is shown until the filter is applied
     // again; it is not tested here.
@@ -217,8 +227,13 @@ void Category::AddMember(const std::shared_ptr<OutlookItem>& item) {
 }
 
 void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item) {
+  RemoveMember(item, nullptr);
+}
+
+void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item,
+                            const std::shared_ptr<Categories>& known) {
   try {
-    auto parent = Parent();
+    const auto parent = ParentOr(known);
     bool failed = !members_->Remove(item->ID());
     // A member the filter hid is not in the filtered list: that removal
     // fails and no event is raised, as intended.

@@ -83,10 +83,17 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   // mark them again).
   bool ReAssignToMembers();
   void AddMember(const std::shared_ptr<OutlookItem>& item);
+  // The same, with the caller's reference to the collection: used when it
+  // is this category's parent, which saves looking the parent up through
+  // the weak link on every membership edit.
+  void AddMember(const std::shared_ptr<OutlookItem>& item,
+                 const std::shared_ptr<Categories>& known);
   // What a failed AddMember of an existing member still does: marks the
   // category changed unless the collection is being read.
   void MarkMemberChanged();
   void RemoveMember(const std::shared_ptr<OutlookItem>& item);
+  void RemoveMember(const std::shared_ptr<OutlookItem>& item,
+                    const std::shared_ptr<Categories>& known);
   // New empty member collections (the filtered one empty, not absent).
   void ClearMembers();
   // Rebuilds the filtered members: items with at least `minCategories`
@@ -103,6 +110,8 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   bool Replaying() const;
   static bool ReplayingUnder(const Categories& parent);
   void RaiseChange();
+  // `known` when it is this category's parent, else the parent looked up.
+  std::shared_ptr<Categories> ParentOr(const std::shared_ptr<Categories>& known) const;
   // SetChanged(true) with the parent already at hand.
   void MarkChangedUnder(Categories* parent);
 

@@ -54,9 +54,9 @@ void OutlookItem::Initialize(int32_t id, std::u16string entryId, SharedOrigin or
   bool lower = true;
   for (char16_t c : *origin->messageClass) lower = lower && TextCase::Lower(c) == c;
   if (!lower) {
-    Origin own = *origin;
-    own.messageClass = std::make_shared<const std::u16string>(TextCase::Lower(*own.messageClass));
-    origin = std::make_shared<const Origin>(std::move(own));
+    origin = ItemOrigin::Make(
+        origin->storeId, origin->folder,
+        std::make_shared<const std::u16string>(TextCase::Lower(*origin->messageClass)));
   }
   origin_ = std::move(origin);
   suppressJournal_ = false;
@@ -84,13 +84,25 @@ OutlookItem::Owners OutlookItem::ResolveOwners() const {
   return owners;
 }
 
+OutlookItem::SharedOwners::SharedOwners(const std::shared_ptr<OutlookItems>& items)
+    : items_(items), shared_(OwnersOf(items)) {}
+
+const OutlookItem::Owners& OutlookItem::SharedOwners::For(
+    const std::shared_ptr<OutlookItem>& item) {
+  if (items_ && item->LinkedTo(items_)) {
+    shared_.self = item;
+    return shared_;
+  }
+  own_ = item->ResolveOwners();
+  return own_;
+}
+
 void OutlookItem::Walk(const Members& members, const std::shared_ptr<OutlookItems>& items,
                        bool mayChange, const std::function<void(OutlookItem&, const Owners&)>& f) {
   const std::shared_ptr<const ItemStore> store = members.Store();
   if (!store) return;
-  Owners shared;
-  const bool current = items && items->Store() == store;
-  if (current) shared = OwnersOf(items);
+  // Only items of the collection's current store share its owners.
+  SharedOwners owners(items && items->Store() == store ? items : nullptr);
   std::vector<int32_t> copy;
   if (mayChange) copy = members.IdVector();
   const std::vector<int32_t>& ids = mayChange ? copy : members.IdVector();
@@ -98,12 +110,7 @@ void OutlookItem::Walk(const Members& members, const std::shared_ptr<OutlookItem
   for (size_t i = 0; i < ids.size(); ++i) {
     if (i + kAhead < ids.size()) store->Prefetch(ids[i + kAhead]);
     const std::shared_ptr<OutlookItem> item = store->Get(ids[i]);
-    if (current && item->LinkedTo(items)) {
-      shared.self = item;
-      f(*item, shared);
-    } else {
-      f(*item, item->ResolveOwners());
-    }
+    f(*item, owners.For(item));
   }
 }
 
@@ -144,6 +151,10 @@ void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category) {
   AddWith(category, ResolveOwners());
 }
 
+void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category, const Owners& owners) {
+  if (category) AddWith(category, owners);
+}
+
 void OutlookItem::AddWith(const std::shared_ptr<Category>& category, const Owners& owners) {
   const int32_t id = category->ID();
   if (categories_.Contains(id)) return;
@@ -154,10 +165,10 @@ void OutlookItem::AddWith(const std::shared_ptr<Category>& category, const Owner
     if (!owners.JournalSuppressed()) AddAction(owners, id, Action::kAdded);
   });
   if (!owners.self) return;
-  Ignoring([&] { category->AddMember(owners.self); });
+  Ignoring([&] { category->AddMember(owners.self, owners.cats); });
   if (wasEmpty && !moving_) {
     Ignoring([&] {
-      if (auto def = owners.Default()) def->RemoveMember(owners.self);
+      if (auto def = owners.Default()) def->RemoveMember(owners.self, owners.cats);
     });
   }
 }
@@ -193,12 +204,12 @@ void OutlookItem::RemoveAt(size_t at, const Owners& owners) {
   if (!owners.self) return;
   Ignoring([&] {
     if (auto category = owners.cats ? owners.cats->ItemById(id, true) : nullptr) {
-      category->RemoveMember(owners.self);
+      category->RemoveMember(owners.self, owners.cats);
     }
   });
   if (!moving_ && categories_.empty()) {
     Ignoring([&] {
-      if (auto def = owners.Default()) def->AddMember(owners.self);
+      if (auto def = owners.Default()) def->AddMember(owners.self, owners.cats);
     });
   }
 }
@@ -212,7 +223,7 @@ bool OutlookItem::Reattach(const std::shared_ptr<Category>& category, const Owne
   // No journal entry: this only runs while a replay is under way.
   if (wasEmpty && !moving_ && owners.self) {
     Ignoring([&] {
-      if (auto def = owners.Default()) def->RemoveMember(owners.self);
+      if (auto def = owners.Default()) def->RemoveMember(owners.self, owners.cats);
     });
   }
   return true;
@@ -243,7 +254,8 @@ void OutlookItem::MoveToCategory(const std::shared_ptr<Category>& category) {
     if (!found) AddWith(category, owners);
     if (!hadCategories) {
       // The add above skipped leaving the default category while moving.
-      if (auto def = owners.Default(); def && owners.self) def->RemoveMember(owners.self);
+      if (auto def = owners.Default(); def && owners.self)
+        def->RemoveMember(owners.self, owners.cats);
     }
   });
 }

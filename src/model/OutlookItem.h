@@ -9,6 +9,7 @@
 #include "model/CategoryIdList.h"
 #include "model/IChild.h"
 #include "model/ItemIndex.h"
+#include "model/ItemOrigin.h"
 #include "model/ItemStore.h"
 #include "model/Members.h"
 
@@ -30,15 +31,8 @@ class Application;
 // reading, or once unlinked) only keeps its own list.
 class OutlookItem : public IChild {
  public:
-  using SharedText = std::shared_ptr<const std::u16string>;
-  // Where an item comes from: texts that thousands of items share, kept
-  // once per distinct combination.
-  struct Origin {
-    SharedText storeId;
-    SharedText folder;
-    SharedText messageClass;  // lower case
-  };
-  using SharedOrigin = std::shared_ptr<const Origin>;
+  using SharedText = ItemOrigin::SharedText;
+  using SharedOrigin = ItemOrigin::Ref;
 
   // Public members.
   // Assigns the category; one the item already has changes nothing.
@@ -109,7 +103,22 @@ class OutlookItem : public IChild {
   // they were at the start.
   static void Walk(const Members& members, const std::shared_ptr<OutlookItems>& items,
                    bool mayChange, const std::function<void(OutlookItem&, const Owners&)>& f);
+  // The owners of many items of one collection, looked up once (a walk
+  // over a category's members, a replayed step). For(item), for an item of
+  // the collection's current store, gives the shared owners while the item
+  // is linked to that collection, else the item's own.
+  class SharedOwners {
+   public:
+    explicit SharedOwners(const std::shared_ptr<OutlookItems>& items);
+    const Owners& For(const std::shared_ptr<OutlookItem>& item);
+
+   private:
+    std::shared_ptr<OutlookItems> items_;
+    Owners shared_;
+    Owners own_;
+  };
   // The same operations with the owners at hand.
+  void CategoriesAdd(const std::shared_ptr<Category>& category, const Owners& owners);
   void RemoveCategoryId(int32_t id, const Owners& owners);
   // Puts `category` back on an item that is still in its member list (an
   // undone deletion): the same effects as CategoriesAdd, whose member add
@@ -138,13 +147,13 @@ class OutlookItem : public IChild {
   CategoryIdList categories_;
   std::weak_ptr<OutlookItems> parent_;
   int32_t id_ = 0;
+  bool changed_ = false;
+  bool suppressJournal_ = false;
+  bool moving_ = false;
   std::u16string entryId_;
   std::u16string subject_;
   SharedOrigin origin_;
   double dateTime_ = 0;
-  bool changed_ = false;
-  bool suppressJournal_ = false;
-  bool moving_ = false;
 };
 
 }  // namespace t4

@@ -34,7 +34,7 @@ void OutlookItems::Clear() {
   lastFolder_.reset();
   lastClassIn_.reset();
   lastClass_.reset();
-  lastOrigin_.reset();
+  lastOrigin_ = {};
   origins_.clear();
   nextId_ = 1;
 }
@@ -69,8 +69,7 @@ std::shared_ptr<OutlookItem> OutlookItems::Add(std::u16string entryId,
         lastOrigin_->messageClass != lastClass_) {
       auto& origin = origins_[{lastStore_.get(), lastFolder_.get(), lastClass_.get()}];
       if (!origin) {
-        origin = std::make_shared<const OutlookItem::Origin>(
-            OutlookItem::Origin{lastStore_, lastFolder_, lastClass_});
+        origin = ItemOrigin::Make(lastStore_, lastFolder_, lastClass_);
       }
       lastOrigin_ = origin;
     }
