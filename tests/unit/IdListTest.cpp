@@ -156,6 +156,29 @@ TEST(IdList, AgreesWithAPlainModelUnderRandomOperations) {
   }
 }
 
+TEST(IdList, DenseClosesTheHolesInOrder) {
+  IdList l;
+  for (int32_t id = 1; id <= 10; ++id) l.Add(id);
+  for (int32_t id : {2, 5, 9}) l.Remove(id);
+  EXPECT_EQ(l.Dense(), (std::vector<int32_t>{1, 3, 4, 6, 7, 8, 10}));
+  EXPECT_TRUE(l.Contains(10));
+  EXPECT_FALSE(l.Contains(5));
+}
+
+TEST(IdList, PrefetchIsOnlyAHint) {
+  IdList l;
+  for (int32_t id : {-5, 0, 3, INT32_MAX}) l.Prefetch(id);  // no index yet
+  for (int32_t id = 1; id <= 100; ++id) l.Add(id * 1000);
+  ASSERT_TRUE(l.Contains(1000));  // hashed
+  for (int32_t id : {-5, 0, 3, INT32_MAX}) l.Prefetch(id);
+  IdList dense;
+  for (int32_t id = 1; id <= 100; ++id) dense.Add(id);
+  ASSERT_TRUE(dense.Contains(1));  // direct
+  for (int32_t id : {-5, 0, 3, 1000, INT32_MAX}) dense.Prefetch(id);
+  EXPECT_EQ(l.Count(), 100u);
+  EXPECT_EQ(dense.Count(), 100u);
+}
+
 TEST(IdList, ClearStartsAfresh) {
   IdList l;
   for (int32_t id = 1; id <= 100; ++id) l.Add(id);

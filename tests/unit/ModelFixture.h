@@ -50,7 +50,7 @@ class ModelTest : public ::testing::Test {
     cats = app->Categories();
     items = app->OutlookItems();
     log = std::make_shared<EventLog>();
-    cats->Advise(log);
+    logCookie = cats->Advise(log);
   }
   void TearDown() override {
     if (app) app->Terminate();
@@ -89,6 +89,7 @@ class ModelTest : public ::testing::Test {
   std::shared_ptr<Categories> cats;
   std::shared_ptr<OutlookItems> items;
   std::shared_ptr<EventLog> log;
+  int32_t logCookie = 0;
 };
 
 using Events = std::vector<std::string>;

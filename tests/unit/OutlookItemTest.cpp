@@ -209,6 +209,21 @@ TEST_F(ReadingAgainTest, ItemsOfAnEarlierReadingStayOutOfTheModel) {
   EXPECT_EQ(oldMembers[0], old);
 }
 
+TEST_F(ReadingAgainTest, AnItemKeptAfterTerminateStillReadsItsTexts) {
+  ReadList({u"Work"});
+  auto item = ReadItem({u"Work"}, u"IPM.Contact");
+  app->Terminate();
+  app.reset();
+  cats.reset();
+  items.reset();
+  EXPECT_EQ(item->StoreID(), u"STORE");
+  EXPECT_EQ(item->Folder(), u"Inbox");
+  EXPECT_EQ(item->MessageClass(), u"ipm.contact");
+  EXPECT_EQ(item->ItemType(), 2);
+  EXPECT_EQ(item->CategoriesCount(), 1);
+  EXPECT_EQ(item->Parent(), nullptr);
+}
+
 TEST_F(ReadingAgainTest, AnItemUnlinkedFromItsCollectionOnlyKeepsItsOwnList) {
   ReadList({u"Work", u"Home"});
   auto item = ReadItem({u"Work"});
