@@ -90,7 +90,7 @@ void RemoveMembership(StepContext& c, const Action& a) {
   item->RemoveCategoryId(a.CategoryID, c.owners.For(item));
 }
 
-constexpr size_t kAhead = 16;
+constexpr size_t kAhead = 32;
 
 void Prefetch(const Categories& categories, const Action& a) {
   if (a.Detail) return;

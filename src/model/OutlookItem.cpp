@@ -240,6 +240,15 @@ void OutlookItem::MoveToCategory(const std::shared_ptr<Category>& category) {
     const int32_t target = RunTimeError::Require(category)->ID();
     // One look-up of the owners for the whole move.
     const Owners owners = ResolveOwners();
+    // Every category the move touches is known now: asking the memory for
+    // their entries of this item all at once lets the look-ups below wait
+    // for it together instead of one after the other.
+    if (owners.cats) {
+      for (int32_t id : categories_) {
+        if (auto c = owners.cats->ItemById(id, true)) c->MemberCollection(true).Prefetch(id_);
+      }
+      category->MemberCollection(true).Prefetch(id_);
+    }
     bool found = false;
     // Last position first, so the positions still to visit stay valid. A
     // subscriber may shorten the list from inside an event meanwhile.
