@@ -55,17 +55,8 @@ PropertyValue SwapProperty(Application& app, const Action& a) {
   return d.Value;
 }
 
-void DeleteCategory(Application& app, const Action& a) {
-  RunTimeError::Require(app.Categories())->Delete(ItemIndex::Key(a.Detail->Category->ID()));
-}
-
-void RestoreCategory(Application& app, const Action& a, bool reattach) {
-  const bool membersMarked = reattach && a.Detail->Category->ReAssignToMembers();
-  RunTimeError::Require(app.Categories())->Append(a.Detail->Category, membersMarked);
-}
-
-// What the memberships of one step need, looked up once for the step: a
-// step of a big batch holds hundreds of thousands of them.
+// What the actions of one step need, looked up once for the step: a step of
+// a big batch holds hundreds of thousands of memberships.
 struct StepContext {
   explicit StepContext(Application& app)
       : categories(RunTimeError::Require(app.Categories())),
@@ -79,6 +70,15 @@ struct StepContext {
   std::shared_ptr<OutlookItems> items;
   OutlookItem::SharedOwners owners;
 };
+
+void DeleteCategory(StepContext& c, const Action& a) {
+  c.categories->Delete(ItemIndex::Key(a.Detail->Category->ID()));
+}
+
+void RestoreCategory(StepContext& c, const Action& a, bool reattach) {
+  const bool membersMarked = reattach && a.Detail->Category->ReAssignToMembers();
+  c.categories->Append(a.Detail->Category, membersMarked);
+}
 
 void AddMembership(StepContext& c, const Action& a) {
   const auto item = c.ItemOf(a);
@@ -124,7 +124,7 @@ void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo
     const bool add = (a.Kind == Action::kAdded) != undo;
     if (a.Detail) {
       // Putting back a deleted category also puts it back on its items.
-      add ? RestoreCategory(app, a, a.Kind == Action::kRemoved) : DeleteCategory(app, a);
+      add ? RestoreCategory(context, a, a.Kind == Action::kRemoved) : DeleteCategory(context, a);
     } else {
       add ? AddMembership(context, a) : RemoveMembership(context, a);
     }

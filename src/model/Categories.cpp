@@ -245,7 +245,7 @@ int32_t Categories::CountFilteredMember() const {
     int32_t count = 0;
     const Collection& shown = filtered_ ? *filtered_ : categories_;
     shown.ForEach([&](int32_t, const std::shared_ptr<Category>& c) {
-      c->MemberCollection(false).ForEach([&](int32_t key, const std::shared_ptr<OutlookItem>&) {
+      c->MemberCollection(false).Ids().ForEach([&](int32_t key) {
         const size_t at = static_cast<uint32_t>(key);
         if (at >= seen.size()) seen.resize(std::max(at + 1, seen.size() * 2), 0);
         count += seen[at] == 0;

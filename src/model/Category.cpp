@@ -38,8 +38,8 @@ void Category::RaiseChange() {
 }
 
 void Category::SetChanged(bool value) {
-  changed_ = value;
-  if (value) RunTimeError::Require(Parent())->SetChanged(true);
+  if (value) return MarkChangedUnder(Parent().get());
+  changed_ = false;
 }
 
 void Category::MarkChangedUnder(Categories* parent) {
@@ -205,10 +205,6 @@ std::shared_ptr<Categories> Category::ParentOr(const std::shared_ptr<Categories>
   return same ? known : Parent();
 }
 
-void Category::AddMember(const std::shared_ptr<OutlookItem>& item) {
-  AddMember(item, nullptr);
-}
-
 void Category::AddMember(const std::shared_ptr<OutlookItem>& item,
                          const std::shared_ptr<Categories>& known) {
   try {
@@ -224,10 +220,6 @@ void Category::AddMember(const std::shared_ptr<OutlookItem>& item,
     }
   } catch (...) {
   }
-}
-
-void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item) {
-  RemoveMember(item, nullptr);
 }
 
 void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item,

@@ -82,18 +82,16 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   // nothing can have cleared the marks since (Categories::Append need not
   // mark them again).
   bool ReAssignToMembers();
-  void AddMember(const std::shared_ptr<OutlookItem>& item);
-  // The same, with the caller's reference to the collection: used when it
-  // is this category's parent, which saves looking the parent up through
-  // the weak link on every membership edit.
+  // `known`: the caller's reference to the collection. When it is this
+  // category's parent it saves looking the parent up through the weak link
+  // on every membership edit.
   void AddMember(const std::shared_ptr<OutlookItem>& item,
-                 const std::shared_ptr<Categories>& known);
+                 const std::shared_ptr<Categories>& known = nullptr);
   // What a failed AddMember of an existing member still does: marks the
   // category changed unless the collection is being read.
   void MarkMemberChanged();
-  void RemoveMember(const std::shared_ptr<OutlookItem>& item);
   void RemoveMember(const std::shared_ptr<OutlookItem>& item,
-                    const std::shared_ptr<Categories>& known);
+                    const std::shared_ptr<Categories>& known = nullptr);
   // New empty member collections (the filtered one empty, not absent).
   void ClearMembers();
   // Rebuilds the filtered members: items with at least `minCategories`

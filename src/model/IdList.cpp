@@ -18,19 +18,15 @@ bool IdList::Add(int32_t id) {
   if (id < 0) return false;
   // Above every ID ever added: new for certain.
   if (id > maxId_ || live_ == 0) {
-    Append(id);
+    AppendNew(id);
     return true;
   }
   if (FindSlot(id) != kNone) return false;
-  Append(id);
+  AppendNew(id);
   return true;
 }
 
 void IdList::AppendNew(int32_t id) {
-  Append(id);
-}
-
-void IdList::Append(int32_t id) {
   slots_.push_back(id);
   ++live_;
   if (id > maxId_) maxId_ = id;

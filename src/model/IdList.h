@@ -62,7 +62,6 @@ class IdList {
   }
 
   void Clear();
-  void Reserve(size_t n) { slots_.reserve(n); }
   // Cells of the index; 0 while there is none (diagnostics, tests).
   size_t IndexSize() const { return direct_.size() + hashed_.size(); }
   bool IndexIsDirect() const { return !direct_.empty(); }
@@ -72,7 +71,6 @@ class IdList {
   static constexpr size_t kNone = static_cast<size_t>(-1);
 
   bool HasIndex() const { return !direct_.empty() || !hashed_.empty(); }
-  void Append(int32_t id);
   // The slot of `id`, or kNone; builds the index when there is none.
   size_t FindSlot(int32_t id) const;
   // Hashed: the cell of `id`, or else the empty cell that ends its run.

@@ -22,8 +22,6 @@ class ItemStore {
                                                                : kNoItem;
   }
   // Asks the memory for the item with this ID ahead of its use (a hint).
-  // Each item is a heap object of its own: a walk over many items that
-  // fetches a few ahead lets the memory work on them while it handles one.
   void Prefetch(int32_t id) const {
 #if defined(__GNUC__)
     const char* item = reinterpret_cast<const char*>(Get(id).get());
@@ -31,8 +29,17 @@ class ItemStore {
     __builtin_prefetch(item + 64);
 #endif
   }
-  // How far ahead such a walk fetches.
-  static constexpr size_t kPrefetchAhead = 24;
+  // Calls f(item) for the item of each ID in `ids` (all present). Each item
+  // is a heap object of its own: fetching a few ahead lets the memory work
+  // on them while f handles one.
+  template <class F>
+  void ForEachOf(const std::vector<int32_t>& ids, F&& f) const {
+    constexpr size_t kAhead = 24;
+    for (size_t i = 0; i < ids.size(); ++i) {
+      if (i + kAhead < ids.size()) Prefetch(ids[i + kAhead]);
+      f(Get(ids[i]));
+    }
+  }
   // True when `item` is the item this store holds under its ID.
   bool Holds(const OutlookItem& item) const;
   // Adds `item`, which must carry the ID Count() + 1.

@@ -30,13 +30,6 @@ std::shared_ptr<OutlookItem> Members::ByPosition(int64_t position) const {
   return store_ && id ? store_->Get(*id) : nullptr;
 }
 
-std::vector<int32_t> Members::IdSnapshot() const {
-  std::vector<int32_t> out;
-  out.reserve(ids_.Count());
-  ids_.ForEach([&](int32_t id) { out.push_back(id); });
-  return out;
-}
-
 std::vector<std::shared_ptr<OutlookItem>> Members::Snapshot() const {
   std::vector<std::shared_ptr<OutlookItem>> out;
   out.reserve(ids_.Count());

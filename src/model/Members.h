@@ -40,8 +40,6 @@ class Members {
     if (!store_) return;
     ids_.ForEach([&](int32_t id) { f(id, store_->Get(id)); });
   }
-  // The member IDs in order, as a list that later changes do not touch.
-  std::vector<int32_t> IdSnapshot() const;
   // The members in order, as a list that later changes do not touch.
   std::vector<std::shared_ptr<OutlookItem>> Snapshot() const;
   const IdList& Ids() const { return ids_; }
@@ -56,12 +54,9 @@ class Members {
     auto out = std::make_shared<Members>();
     out->store_ = store_;
     if (!store_) return out;
-    const std::vector<int32_t>& ids = ids_.Dense();
-    constexpr size_t kAhead = ItemStore::kPrefetchAhead;
-    for (size_t i = 0; i < ids.size(); ++i) {
-      if (i + kAhead < ids.size()) store_->Prefetch(ids[i + kAhead]);
-      if (keep(*store_->Get(ids[i]))) out->ids_.AppendNew(ids[i]);
-    }
+    store_->ForEachOf(ids_.Dense(), [&](const std::shared_ptr<OutlookItem>& item) {
+      if (keep(*item)) out->ids_.AppendNew(item->ID());
+    });
     return out;
   }
 

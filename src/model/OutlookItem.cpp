@@ -32,10 +32,15 @@ void OutlookItem::Init(int32_t parentHandle, const std::u16string&) {
   parent_ = HandleTable::Resolve<OutlookItems>(parentHandle);
 }
 
-std::shared_ptr<const ItemStore> OutlookItem::HomeStore() const {
+std::shared_ptr<OutlookItems> OutlookItem::Owner() const {
   auto items = Parent();
-  if (!items || !items->Store()->Holds(*this)) return nullptr;
-  return items->Store();
+  // A collection that no longer holds this item is not its owner any more.
+  return items && items->Store()->Holds(*this) ? items : nullptr;
+}
+
+std::shared_ptr<const ItemStore> OutlookItem::HomeStore() const {
+  const auto items = Owner();
+  return items ? items->Store() : nullptr;
 }
 
 std::shared_ptr<Categories> OutlookItem::Cats() const {
@@ -69,18 +74,15 @@ void OutlookItem::Save(Categories&) {
 void OutlookItem::SetChanged(bool value) {
   changed_ = value;
   if (value) {
-    if (auto parent = Parent(); parent && parent->Store()->Holds(*this)) parent->SetChanged(true);
+    if (auto items = Owner()) items->SetChanged(true);
   }
 }
 
 OutlookItem::Owners OutlookItem::ResolveOwners() const {
-  const auto items = Parent();
+  const auto items = Owner();
   if (!items) return {};
-  const auto& self = items->Store()->Get(id_);
-  // A collection that no longer holds this item is not its owner any more.
-  if (self.get() != this) return {};
   Owners owners = OwnersOf(items);
-  owners.self = self;
+  owners.self = items->Store()->Get(id_);
   return owners;
 }
 
@@ -105,13 +107,8 @@ void OutlookItem::Walk(const Members& members, const std::shared_ptr<OutlookItem
   SharedOwners owners(items && items->Store() == store ? items : nullptr);
   std::vector<int32_t> copy;
   if (mayChange) copy = members.IdVector();
-  const std::vector<int32_t>& ids = mayChange ? copy : members.IdVector();
-  constexpr size_t kAhead = ItemStore::kPrefetchAhead;
-  for (size_t i = 0; i < ids.size(); ++i) {
-    if (i + kAhead < ids.size()) store->Prefetch(ids[i + kAhead]);
-    const std::shared_ptr<OutlookItem> item = store->Get(ids[i]);
-    f(*item, owners.For(item));
-  }
+  store->ForEachOf(mayChange ? copy : members.IdVector(),
+                   [&](const std::shared_ptr<OutlookItem>& item) { f(*item, owners.For(item)); });
 }
 
 OutlookItem::Owners OutlookItem::OwnersOf(const std::shared_ptr<OutlookItems>& items) {

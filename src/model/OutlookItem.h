@@ -130,6 +130,8 @@ class OutlookItem : public IChild {
   void MarkChanged(const Owners& owners);
 
  private:
+  // The parent, when it is a collection that holds this item; else null.
+  std::shared_ptr<OutlookItems> Owner() const;
   Owners ResolveOwners() const;
   // The owners of the items of `items`, but for `self`.
   static Owners OwnersOf(const std::shared_ptr<OutlookItems>& items);
