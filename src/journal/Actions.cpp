@@ -2,7 +2,7 @@
 
 namespace t4 {
 
-void Actions::Add(Action action) {
+void Actions::AddSlow(Action&& action) {
   while (position_ < Count()) steps_.pop_back();
   if (!batchMode_ || newStepPending_ || steps_.empty()) {
     auto step = std::make_shared<Step>();
@@ -14,20 +14,24 @@ void Actions::Add(Action action) {
   }
   if (steps_.size() > kMaxSteps) steps_.pop_front();
   position_ = Count();
+  open_ = batchMode_ ? steps_.back().get() : nullptr;
 }
 
 void Actions::Clear() {
+  open_ = nullptr;
   steps_.clear();
   position_ = 0;
 }
 
 std::shared_ptr<Actions::Step> Actions::PreviousStep() {
   if (position_ <= 0) return nullptr;
+  open_ = nullptr;
   return steps_[static_cast<size_t>(position_--) - 1];
 }
 
 std::shared_ptr<Actions::Step> Actions::NextStep() {
   if (position_ >= Count()) return nullptr;
+  open_ = nullptr;
   return steps_[static_cast<size_t>(position_++)];
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "journal/Action.h"
+#include "journal/ActionList.h"
 
 namespace t4 {
 
@@ -14,11 +15,8 @@ namespace t4 {
 // switched on again goes into one step.
 class Actions {
  public:
-  // The actions of one step, by value. A deque grows in small blocks
-  // without moving what it holds: a batch of a hundred thousand edits
-  // copies nothing as it grows, and an action stays where it is while the
-  // replay works on it, even if a subscriber records more meanwhile.
-  using Step = std::deque<Action>;
+  // The actions of one step, by value, never moved as the step grows.
+  using Step = ActionList;
   static constexpr size_t kMaxSteps = 50;
 
   bool BatchMode() const { return batchMode_; }
@@ -26,11 +24,17 @@ class Actions {
   void SetBatchMode(bool on) {
     batchMode_ = on;
     newStepPending_ = on;
+    open_ = nullptr;
   }
 
   // Records one action: drops the redo tail, opens a step or joins the open
   // batch step, drops the oldest step past 50, and applies all steps.
-  void Add(Action action);
+  void Add(Action&& action) {
+    // A batch of a hundred thousand edits joins its open step at the end of
+    // the journal for every action but the first: that case inline.
+    if (open_) return open_->push_back(std::move(action));
+    AddSlow(std::move(action));
+  }
   // No steps, position 0.
   void Clear();
   int32_t Count() const { return static_cast<int32_t>(steps_.size()); }
@@ -42,10 +46,16 @@ class Actions {
   std::shared_ptr<Step> NextStep();
 
  private:
+  void AddSlow(Action&& action);
+
   std::deque<std::shared_ptr<Step>> steps_;
   int32_t position_ = 0;
   bool batchMode_ = false;
   bool newStepPending_ = false;
+  // The last step while it is the open batch step that the next action
+  // joins (batch mode on, position at the end); else null. Every change of
+  // the steps, the position or the mode resets it.
+  Step* open_ = nullptr;
 };
 
 }  // namespace t4

@@ -63,7 +63,8 @@ struct StepContext {
         items(app.OutlookItems()),
         owners(items) {}
   std::shared_ptr<OutlookItem> ItemOf(const Action& a) const {
-    return RunTimeError::Require(RunTimeError::Require(items)->ItemById(a.ItemID));
+    if (!items) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
+    return RunTimeError::Require(items->ItemById(a.ItemID));
   }
 
   std::shared_ptr<Categories> categories;
@@ -82,7 +83,11 @@ void RestoreCategory(StepContext& c, const Action& a, bool reattach) {
 
 void AddMembership(StepContext& c, const Action& a) {
   const auto item = c.ItemOf(a);
-  item->CategoriesAdd(c.categories->ItemById(a.CategoryID, true), c.owners.For(item));
+  const std::shared_ptr<Category>& category = c.categories->Lookup(a.CategoryID);
+  if (!c.categories->HasSubscribers()) return item->CategoriesAdd(category, c.owners.For(item));
+  // A subscriber may delete the category from inside the member event.
+  const std::shared_ptr<Category> held = category;
+  item->CategoriesAdd(held, c.owners.For(item));
 }
 
 void RemoveMembership(StepContext& c, const Action& a) {
@@ -90,14 +95,44 @@ void RemoveMembership(StepContext& c, const Action& a) {
   item->RemoveCategoryId(a.CategoryID, c.owners.For(item));
 }
 
+// How far ahead the replay asks for memory: first the entry of the item
+// store that points to the item, then (kAhead actions before its use) the
+// item itself and the category's index cell, which need that entry.
 constexpr size_t kAhead = 32;
+constexpr size_t kEntryAhead = 2 * kAhead;
 
-void Prefetch(const Categories& categories, const Action& a) {
-  if (a.Detail) return;
-  if (auto category = categories.ItemById(a.CategoryID, true)) {
-    category->MemberCollection(true).Prefetch(a.ItemID);
+// Asks for what the actions ahead will touch. The actions of one item come
+// one after the other (a moved item: its old categories and the target), so
+// each item is asked for once: the memory has only so many requests in
+// flight, and a repeated one takes a place a new one could use.
+class Lookahead {
+ public:
+  Lookahead(const Categories& categories, const std::shared_ptr<OutlookItems>& items)
+      : categories_(categories), store_(items ? items->Store() : nullptr) {}
+
+  void Entry(const Action& a) {
+    if (!store_ || a.Detail || a.ItemID == entryItem_) return;
+    entryItem_ = a.ItemID;
+    store_->PrefetchEntry(a.ItemID);
   }
-}
+  void ItemAndCell(const Action& a) {
+    if (a.Detail) return;
+    if (const auto& category = categories_.Lookup(a.CategoryID)) {
+      category->MemberCollection(true).Ids().Prefetch(a.ItemID);
+    }
+    if (!store_ || a.ItemID == item_) return;
+    item_ = a.ItemID;
+    store_->Prefetch(a.ItemID);
+  }
+
+ private:
+  const Categories& categories_;
+  // Held: a new reading from inside an event replaces the collection's
+  // store, which only makes the hints useless.
+  std::shared_ptr<const ItemStore> store_;
+  int32_t entryItem_ = -1;
+  int32_t item_ = -1;
+};
 
 void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo) {
   if (!step) return;
@@ -108,11 +143,13 @@ void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo
   // at its end without moving them.
   const size_t count = step->size();
   StepContext context(app);
+  Lookahead ahead(*context.categories, context.items);
   for (size_t i = 0; i < count; ++i) {
     // A step of a big batch is mostly memberships of items spread over the
     // whole mailbox: asking for the item and the category's index a few
     // actions ahead hides most of the waiting for memory.
-    if (i + kAhead < count) Prefetch(*context.categories, (*step)[i + kAhead]);
+    if (i + kEntryAhead < count) ahead.Entry((*step)[i + kEntryAhead]);
+    if (i + kAhead < count) ahead.ItemAndCell((*step)[i + kAhead]);
     Action& a = (*step)[i];
     if (a.Kind == Action::kPropertyChanged) {
       if (!a.Detail) continue;

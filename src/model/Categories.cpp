@@ -33,8 +33,20 @@ bool Categories::Replaying() const {
   return app && app->Replaying();
 }
 
+void Categories::PutById(const std::shared_ptr<Category>& category) {
+  const int32_t id = category->ID();
+  if (id < 0) return;
+  if (static_cast<size_t>(id) >= byId_.size()) byId_.resize(static_cast<size_t>(id) + 1);
+  byId_[static_cast<size_t>(id)] = category;
+}
+
+void Categories::DropById(int32_t id) {
+  if (id >= 0 && static_cast<size_t>(id) < byId_.size()) byId_[static_cast<size_t>(id)].reset();
+}
+
 void Categories::Clear() {
   categories_.Clear();
+  byId_ = {};
   filtered_ = std::make_unique<Collection>();
   deleted_.reset();
   if (ProcessValues::OutlookVersion() >= 12) deleted_ = std::make_unique<CategoriesDeleted>();
@@ -117,6 +129,7 @@ std::shared_ptr<Category> Categories::Add(std::u16string& name, bool inMasterlis
     category->SetCategoryID(categoryId);
     category->SetInitializing(false);
     categories_.Add(category->ID(), category);
+    PutById(category);
     Index(*category);
     if (filtered_) filtered_->Add(category->ID(), category);
     SetChanged(true);
@@ -148,6 +161,7 @@ void Categories::Delete(const ItemIndex& index) {
   const std::u16string key = Utf::Decimal(category->ID());
   step([&] {
     categories_.Remove(category->ID());
+    DropById(category->ID());
     Unindex(*category, category->Name());
   });
   if (filtered_) filtered_->Remove(category->ID());
@@ -180,6 +194,7 @@ void Categories::Append(const std::shared_ptr<Category>& category, bool membersM
   Frame(u"Categories", u"Append", [&] {
     if (!categories_.Add(category->ID(), category))
       throw RunTimeError::Make(RunTimeError::kKeyAlreadyAssociated);
+    PutById(category);
     Index(*category);
     if (filtered_) filtered_->Add(category->ID(), category);
     category->SetChanged(true);

@@ -200,21 +200,17 @@ void Category::MarkMemberChanged() {
   if (!(parent && parent->IsReading())) SetChanged(true);
 }
 
-std::shared_ptr<Categories> Category::ParentOr(const std::shared_ptr<Categories>& known) const {
-  const bool same = known && !parent_.owner_before(known) && !known.owner_before(parent_);
-  return same ? known : Parent();
-}
-
 void Category::AddMember(const std::shared_ptr<OutlookItem>& item,
                          const std::shared_ptr<Categories>& known) {
   try {
-    const auto parent = ParentOr(known);
+    std::shared_ptr<Categories> held;
+    Categories* const parent = ParentOr(known, held);
     bool failed = !members_->Add(item);
     // A member added under a filter is shown until the filter is applied
     // again; it is not tested here.
     if (membersFiltered_ && !membersFiltered_->Add(item)) failed = true;
     const bool reading = parent && parent->IsReading();
-    if (!reading) MarkChangedUnder(parent.get());
+    if (!reading) MarkChangedUnder(parent);
     if (!failed && parent && (!reading || ReplayingUnder(*parent)) && parent->WantsMemberEvents()) {
       parent->RaiseMemberAdd(shared_from_this(), item);
     }
@@ -225,13 +221,14 @@ void Category::AddMember(const std::shared_ptr<OutlookItem>& item,
 void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item,
                             const std::shared_ptr<Categories>& known) {
   try {
-    const auto parent = ParentOr(known);
+    std::shared_ptr<Categories> held;
+    Categories* const parent = ParentOr(known, held);
     bool failed = !members_->Remove(item->ID());
     // A member the filter hid is not in the filtered list: that removal
     // fails and no event is raised, as intended.
     if (membersFiltered_ && !membersFiltered_->Remove(item->ID())) failed = true;
     const bool reading = parent && parent->IsReading();
-    if (!reading) MarkChangedUnder(parent.get());
+    if (!reading) MarkChangedUnder(parent);
     if (!failed && parent && (!reading || ReplayingUnder(*parent)) && parent->WantsMemberEvents()) {
       parent->RaiseMemberRemove(shared_from_this(), item);
     }

@@ -108,8 +108,14 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   bool Replaying() const;
   static bool ReplayingUnder(const Categories& parent);
   void RaiseChange();
-  // `known` when it is this category's parent, else the parent looked up.
-  std::shared_ptr<Categories> ParentOr(const std::shared_ptr<Categories>& known) const;
+  // `known` when it is this category's parent (the caller keeps it alive),
+  // else the parent looked up and kept in `held`.
+  Categories* ParentOr(const std::shared_ptr<Categories>& known,
+                       std::shared_ptr<Categories>& held) const {
+    if (known && !parent_.owner_before(known) && !known.owner_before(parent_)) return known.get();
+    held = parent_.lock();
+    return held.get();
+  }
   // SetChanged(true) with the parent already at hand.
   void MarkChangedUnder(Categories* parent);
 

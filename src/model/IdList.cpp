@@ -21,7 +21,20 @@ bool IdList::Add(int32_t id) {
     AppendNew(id);
     return true;
   }
-  if (FindSlot(id) != kNone) return false;
+  if (!HasIndex()) BuildIndex();
+  if (!hashed_.empty()) {
+    // One walk along the run both rules the ID out and finds its cell.
+    const size_t at = Probe(id);
+    if (hashed_[at] != 0) return false;
+    if ((slots_.size() + 1) * 2 <= hashed_.size()) {
+      slots_.push_back(id);
+      ++live_;
+      hashed_[at] = (static_cast<uint64_t>(id) << 32) | slots_.size();
+      return true;
+    }
+  } else if (FindSlot(id) != kNone) {
+    return false;
+  }
   AppendNew(id);
   return true;
 }
@@ -55,12 +68,6 @@ void IdList::Prefetch(int32_t id) const {
 #endif
 }
 
-std::optional<int32_t> IdList::At(int64_t position) const {
-  if (position < 1 || position > static_cast<int64_t>(live_)) return std::nullopt;
-  if (holes_ != 0) Compact();
-  return slots_[static_cast<size_t>(position - 1)];
-}
-
 void IdList::Clear() {
   slots_ = {};
   direct_ = {};
@@ -68,32 +75,6 @@ void IdList::Clear() {
   live_ = 0;
   holes_ = 0;
   maxId_ = -1;
-}
-
-size_t IdList::FindSlot(int32_t id) const {
-  // Nothing above the largest ID ever added can be present: no index needed.
-  if (id < 0 || id > maxId_ || live_ == 0) return kNone;
-  if (!HasIndex()) BuildIndex();
-  if (!direct_.empty()) {
-    const size_t cell = static_cast<size_t>(id);
-    return cell < direct_.size() && direct_[cell] != 0 ? direct_[cell] - 1 : kNone;
-  }
-  const uint64_t cell = hashed_[Probe(id)];
-  return cell == 0 ? kNone : static_cast<uint32_t>(cell) - 1;
-}
-
-size_t IdList::Bucket(int32_t id) const {
-  // Fibonacci hashing: the top bits of the product spread runs of
-  // consecutive IDs evenly over the table.
-  const uint64_t h = static_cast<uint64_t>(static_cast<uint32_t>(id)) * 0x9E3779B97F4A7C15ull;
-  return static_cast<size_t>(h >> shift_);
-}
-
-size_t IdList::Probe(int32_t id) const {
-  const size_t mask = hashed_.size() - 1;
-  size_t at = Bucket(id);
-  while (hashed_[at] != 0 && static_cast<int32_t>(hashed_[at] >> 32) != id) at = (at + 1) & mask;
-  return at;
 }
 
 void IdList::Insert(int32_t id, uint32_t slot) const {
@@ -110,8 +91,11 @@ void IdList::Insert(int32_t id, uint32_t slot) const {
     return;
   }
   if ((slots_.size() + 1) * 2 > hashed_.size()) {
-    // Full up to half: closing the holes may be enough, else grow.
-    if (holes_ != 0) return Compact();
+    // Full up to half: closing the holes is enough when there are enough of
+    // them to pay for the pass (an eighth of the entries), else grow.
+    // Closing a few only to fill the table again would rebuild it over and
+    // over while removed members come back (an undone move).
+    if (holes_ * 8 > slots_.size()) return Compact();
     return BuildHashed((slots_.size() + 1) * 4);
   }
   const size_t mask = hashed_.size() - 1;
@@ -140,9 +124,13 @@ void IdList::Erase(int32_t id) {
   hashed_[gap] = 0;
 }
 
+bool IdList::WantsDirect() const {
+  return static_cast<size_t>(maxId_ + 1) <= kDirectCellsPerEntry * (live_ + 16);
+}
+
 void IdList::BuildIndex() const {
+  if (!WantsDirect()) return BuildHashed(slots_.size() * 2 + 2);
   const size_t range = static_cast<size_t>(maxId_ + 1);
-  if (range > kDirectCellsPerEntry * (live_ + 16)) return BuildHashed(slots_.size() * 2 + 2);
   hashed_ = {};
   direct_.assign(range, 0);
   for (size_t i = 0; i < slots_.size(); ++i) {
@@ -172,6 +160,13 @@ void IdList::Compact() const {
   }
   slots_.resize(out);
   holes_ = 0;
+  // A hashed table that still has room for the entries at half load, and
+  // is not eight times too big, is rebuilt at its size: a list that shrinks
+  // and grows back by turns keeps its table.
+  const size_t cells = hashed_.size();
+  if (cells != 0 && !WantsDirect() && (out + 1) * 2 <= cells && cells <= (out + 1) * 16) {
+    return BuildHashed(cells);
+  }
   if (HasIndex()) BuildIndex();
 }
 

@@ -45,7 +45,11 @@ class IdList {
   // does nothing while there is no index).
   void Prefetch(int32_t id) const;
   // The ID at 1-based `position`; nothing outside 1..Count().
-  std::optional<int32_t> At(int64_t position) const;
+  std::optional<int32_t> At(int64_t position) const {
+    if (position < 1 || position > static_cast<int64_t>(live_)) return std::nullopt;
+    if (holes_ != 0) Compact();
+    return slots_[static_cast<size_t>(position - 1)];
+  }
 
   // Calls f(id) for every entry in order. `f` must not change this list.
   template <class F>
@@ -72,13 +76,36 @@ class IdList {
 
   bool HasIndex() const { return !direct_.empty() || !hashed_.empty(); }
   // The slot of `id`, or kNone; builds the index when there is none.
-  size_t FindSlot(int32_t id) const;
+  size_t FindSlot(int32_t id) const {
+    // Nothing above the largest ID ever added can be present: no index
+    // needed.
+    if (id < 0 || id > maxId_ || live_ == 0) return kNone;
+    if (!HasIndex()) BuildIndex();
+    if (!direct_.empty()) {
+      const size_t cell = static_cast<size_t>(id);
+      return cell < direct_.size() && direct_[cell] != 0 ? direct_[cell] - 1 : kNone;
+    }
+    const uint64_t cell = hashed_[Probe(id)];
+    return cell == 0 ? kNone : static_cast<uint32_t>(cell) - 1;
+  }
   // Hashed: the cell of `id`, or else the empty cell that ends its run.
-  size_t Probe(int32_t id) const;
-  size_t Bucket(int32_t id) const;
+  size_t Probe(int32_t id) const {
+    const size_t mask = hashed_.size() - 1;
+    size_t at = Bucket(id);
+    while (hashed_[at] != 0 && static_cast<int32_t>(hashed_[at] >> 32) != id) at = (at + 1) & mask;
+    return at;
+  }
+  size_t Bucket(int32_t id) const {
+    // Fibonacci hashing: the top bits of the product spread runs of
+    // consecutive IDs evenly over the table.
+    const uint64_t h = static_cast<uint64_t>(static_cast<uint32_t>(id)) * 0x9E3779B97F4A7C15ull;
+    return static_cast<size_t>(h >> shift_);
+  }
   // Records slot `slot` for `id`, making room as needed.
   void Insert(int32_t id, uint32_t slot) const;
   void Erase(int32_t id);
+  // True when the ID range is dense enough for a direct index.
+  bool WantsDirect() const;
   // Builds the index of the kind the list's density asks for.
   void BuildIndex() const;
   void BuildHashed(size_t minCells) const;

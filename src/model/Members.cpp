@@ -25,11 +25,6 @@ std::shared_ptr<OutlookItem> Members::ByKey(int32_t id) const {
   return store_ && ids_.Contains(id) ? store_->Get(id) : nullptr;
 }
 
-std::shared_ptr<OutlookItem> Members::ByPosition(int64_t position) const {
-  const auto id = ids_.At(position);
-  return store_ && id ? store_->Get(*id) : nullptr;
-}
-
 std::vector<std::shared_ptr<OutlookItem>> Members::Snapshot() const {
   std::vector<std::shared_ptr<OutlookItem>> out;
   out.reserve(ids_.Count());

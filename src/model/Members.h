@@ -31,7 +31,10 @@ class Members {
   void Prefetch(int32_t id) const;
   // The member under this ID or at this 1-based position, or null.
   std::shared_ptr<OutlookItem> ByKey(int32_t id) const;
-  std::shared_ptr<OutlookItem> ByPosition(int64_t position) const;
+  std::shared_ptr<OutlookItem> ByPosition(int64_t position) const {
+    const auto id = ids_.At(position);
+    return store_ && id ? store_->Get(*id) : nullptr;
+  }
 
   // Calls f(id, item) for every member in order. `f` must not change this
   // collection; take a Snapshot() to walk while changing it.
@@ -54,7 +57,8 @@ class Members {
     auto out = std::make_shared<Members>();
     out->store_ = store_;
     if (!store_) return out;
-    store_->ForEachOf(ids_.Dense(), [&](const std::shared_ptr<OutlookItem>& item) {
+    // A generic lambda: the item type is complete only where this is used.
+    store_->ForEachOf(ids_.Dense(), [&](const auto& item) {
       if (keep(*item)) out->ids_.AppendNew(item->ID());
     });
     return out;

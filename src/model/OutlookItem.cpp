@@ -35,7 +35,8 @@ void OutlookItem::Init(int32_t parentHandle, const std::u16string&) {
 std::shared_ptr<OutlookItems> OutlookItem::Owner() const {
   auto items = Parent();
   // A collection that no longer holds this item is not its owner any more.
-  return items && items->Store()->Holds(*this) ? items : nullptr;
+  if (items && items->Store()->Holds(*this)) return items;
+  return nullptr;
 }
 
 std::shared_ptr<const ItemStore> OutlookItem::HomeStore() const {
@@ -79,10 +80,14 @@ void OutlookItem::SetChanged(bool value) {
 }
 
 OutlookItem::Owners OutlookItem::ResolveOwners() const {
-  const auto items = Owner();
-  if (!items) return {};
-  Owners owners = OwnersOf(items);
+  auto items = Parent();
+  // A collection that no longer holds this item is not its owner any more.
+  if (!items || !items->Store()->Holds(*this)) return {};
+  Owners owners;
   owners.self = items->Store()->Get(id_);
+  owners.app = items->Parent();
+  if (owners.app) owners.cats = owners.app->Categories();
+  owners.items = std::move(items);
   return owners;
 }
 
@@ -92,7 +97,8 @@ OutlookItem::SharedOwners::SharedOwners(const std::shared_ptr<OutlookItems>& ite
 const OutlookItem::Owners& OutlookItem::SharedOwners::For(
     const std::shared_ptr<OutlookItem>& item) {
   if (items_ && item->LinkedTo(items_)) {
-    shared_.self = item;
+    // The actions of one item come one after the other.
+    if (shared_.self != item) shared_.self = item;
     return shared_;
   }
   own_ = item->ResolveOwners();
@@ -134,11 +140,13 @@ void OutlookItem::MarkChanged(const Owners& owners) {
 
 void OutlookItem::AddAction(const Owners& owners, int32_t categoryId, int32_t kind) {
   if (suppressJournal_) return;
+  Actions* journal = owners.app ? owners.app->Journal() : nullptr;
+  if (!journal) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
   Action action;
   action.Kind = kind;
   action.ItemID = id_;
   action.CategoryID = categoryId;
-  RunTimeError::Require(RunTimeError::Require(owners.app)->Journal())->Add(std::move(action));
+  journal->Add(std::move(action));
 }
 
 void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category) {
@@ -200,9 +208,13 @@ void OutlookItem::RemoveAt(size_t at, const Owners& owners) {
   });
   if (!owners.self) return;
   Ignoring([&] {
-    if (auto category = owners.cats ? owners.cats->ItemById(id, true) : nullptr) {
-      category->RemoveMember(owners.self, owners.cats);
-    }
+    if (!owners.cats) return;
+    const std::shared_ptr<Category>& found = owners.cats->Lookup(id);
+    if (!found) return;
+    if (!owners.cats->HasSubscribers()) return found->RemoveMember(owners.self, owners.cats);
+    // A subscriber may delete the category from inside the member event.
+    const std::shared_ptr<Category> held = found;
+    held->RemoveMember(owners.self, owners.cats);
   });
   if (!moving_ && categories_.empty()) {
     Ignoring([&] {
@@ -242,9 +254,9 @@ void OutlookItem::MoveToCategory(const std::shared_ptr<Category>& category) {
     // for it together instead of one after the other.
     if (owners.cats) {
       for (int32_t id : categories_) {
-        if (auto c = owners.cats->ItemById(id, true)) c->MemberCollection(true).Prefetch(id_);
+        if (const auto& c = owners.cats->Lookup(id)) c->MemberCollection(true).Ids().Prefetch(id_);
       }
-      category->MemberCollection(true).Prefetch(id_);
+      category->MemberCollection(true).Ids().Prefetch(id_);
     }
     bool found = false;
     // Last position first, so the positions still to visit stay valid. A

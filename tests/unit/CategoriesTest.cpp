@@ -134,6 +134,27 @@ TEST_F(CategoriesTest, ClearStartsIdsAgainAndKeepsMemberAndMasterlistFilters) {
   EXPECT_EQ(cats->Add(u"x", true)->ID(), 0);
 }
 
+TEST_F(CategoriesTest, LookupByIdFollowsAddDeleteUndoAndClear) {
+  ReadList({u"A", u"B"});
+  const int32_t a = Cat(u"A")->ID();
+  EXPECT_EQ(cats->Lookup(a), Cat(u"A"));
+  EXPECT_EQ(cats->Lookup(999), nullptr);
+  EXPECT_EQ(cats->Lookup(-1), nullptr);
+  cats->Delete(ItemIndex::Key(a));
+  EXPECT_EQ(cats->Lookup(a), nullptr);
+  app->Undo();
+  ASSERT_NE(cats->Lookup(a), nullptr);
+  EXPECT_EQ(cats->Lookup(a)->Name(), u"A");
+  EXPECT_EQ(cats->Lookup(a), cats->ItemById(a, true));
+  app->Redo();
+  EXPECT_EQ(cats->Lookup(a), nullptr);
+  auto added = cats->Add(u"New", true);
+  EXPECT_EQ(cats->Lookup(added->ID()), added);
+  cats->Clear();
+  EXPECT_EQ(cats->Lookup(added->ID()), nullptr);
+  EXPECT_EQ(cats->Lookup(a), nullptr);
+}
+
 TEST_F(CategoriesTest, SubscriberMayCallBackIntoTheModel) {
   ReadList({u"Work"});
   struct Renamer : ICategoriesEvents {

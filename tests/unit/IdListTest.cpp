@@ -125,6 +125,49 @@ TEST(IdList, RemoveAndAddCyclesDoNotGrowTheIndex) {
   }
 }
 
+// A category that loses most of its members and gets them back (a move and
+// its undo) keeps its hashed index instead of shrinking and growing it
+// again each time.
+TEST(IdList, ShrinkingAndGrowingBackKeepsTheHashedIndex) {
+  IdList l;
+  for (int32_t i = 1; i <= 1000; ++i) l.Add(i * 97);
+  ASSERT_TRUE(l.Contains(97));
+  ASSERT_FALSE(l.IndexIsDirect());
+  const size_t cells = l.IndexSize();
+  for (int cycle = 0; cycle < 5; ++cycle) {
+    SCOPED_TRACE(cycle);
+    for (int32_t i = 1; i <= 700; ++i) ASSERT_TRUE(l.Remove(i * 97));
+    EXPECT_EQ(l.Count(), 300u);
+    EXPECT_EQ(l.IndexSize(), cells);
+    for (int32_t i = 1; i <= 700; ++i) ASSERT_TRUE(l.Add(i * 97));
+    EXPECT_EQ(l.Count(), 1000u);
+    EXPECT_EQ(l.IndexSize(), cells);
+  }
+  // The members came back at the end, in the order they came.
+  EXPECT_EQ(l.At(1), 701 * 97);
+  EXPECT_EQ(l.At(301), 97);
+  EXPECT_EQ(l.At(1000), 700 * 97);
+  for (int32_t i = 1; i <= 1000; ++i) ASSERT_FALSE(l.Add(i * 97));
+}
+
+// A hashed index filled right up to its limit refuses every duplicate and
+// finds every entry, whether the add found a free cell on its own walk or
+// had to grow the table first.
+TEST(IdList, HashedAddsUpToTheLimitRefuseDuplicates) {
+  IdList l;
+  l.Add(5000000);
+  ASSERT_TRUE(l.Contains(5000000));  // builds a small hashed index
+  ASSERT_FALSE(l.IndexIsDirect());
+  for (int32_t i = 1; i <= 3000; ++i) {
+    ASSERT_TRUE(l.Add(i * 131));
+    ASSERT_FALSE(l.Add(i * 131));
+    ASSERT_FALSE(l.Add((i / 2 + 1) * 131));
+  }
+  EXPECT_EQ(l.Count(), 3001u);
+  for (int32_t i = 1; i <= 3000; ++i) ASSERT_TRUE(l.Contains(i * 131));
+  EXPECT_FALSE(l.Contains(131 * 3001));
+}
+
 // Random operations against a plain model, over a dense range (direct
 // index) and a sparse one (hashed index, where removals shift runs back).
 TEST(IdList, AgreesWithAPlainModelUnderRandomOperations) {

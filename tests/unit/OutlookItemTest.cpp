@@ -60,6 +60,62 @@ TEST_F(OutlookItemTest, MoveOfAnItemWithoutCategoriesAddsTheTargetAndLeavesTheDe
   EXPECT_EQ(log->events, (Events{"MemberAdd A 1", "MemberRemove  1"}));
 }
 
+// Deletes every category that announces a member leaving or arriving
+// under the given name, from inside the event.
+struct CategoryDeleter : ICategoriesEvents {
+  std::shared_ptr<Categories> cats;
+  std::u16string name;
+  bool onAdd = false;
+  void Handle(const std::shared_ptr<Category>& c) {
+    if (c->Name() == name) cats->Delete(ItemIndex::Key(c->ID()));
+  }
+  void MemberAdd(const std::shared_ptr<Category>& c, const std::shared_ptr<OutlookItem>&) override {
+    if (onAdd) Handle(c);
+  }
+  void MemberRemove(const std::shared_ptr<Category>& c,
+                    const std::shared_ptr<OutlookItem>&) override {
+    if (!onAdd) Handle(c);
+  }
+};
+
+TEST_F(OutlookItemTest, SubscriberMayDeleteTheCategoryAMoveTakesTheItemOutOf) {
+  ReadList({u"A", u"B", u"C"});
+  auto item = ReadItem({u"A", u"B"});
+  auto deleter = std::make_shared<CategoryDeleter>();
+  deleter->cats = cats;
+  deleter->name = u"B";
+  const int32_t cookie = cats->Advise(deleter);
+  const int32_t b = Cat(u"B")->ID();
+  item->MoveToCategory(Cat(u"C"));
+  cats->Unadvise(cookie);
+  EXPECT_EQ(item->CategoriesString(), u"C");
+  EXPECT_EQ(cats->Lookup(b), nullptr);
+  EXPECT_EQ(Cat(u"B"), nullptr);
+  EXPECT_EQ(MemberIds(*Cat(u"C")), std::vector<int32_t>{1});
+  EXPECT_TRUE(MemberIds(*Cat(u"A")).empty());
+}
+
+TEST_F(OutlookItemTest, SubscriberMayDeleteTheCategoryAnUndoPutsTheItemBackInto) {
+  ReadList({u"A", u"B"});
+  auto item = ReadItem({u"A"});
+  app->SetBatchMode(true);
+  item->MoveToCategory(Cat(u"B"));
+  app->SetBatchMode(false);
+  auto deleter = std::make_shared<CategoryDeleter>();
+  deleter->cats = cats;
+  deleter->name = u"A";
+  deleter->onAdd = true;
+  const int32_t cookie = cats->Advise(deleter);
+  app->Undo();
+  cats->Unadvise(cookie);
+  // The undo put the item back into A, whose deletion then took it out
+  // again, and took the item out of B.
+  EXPECT_EQ(Cat(u"A"), nullptr);
+  EXPECT_EQ(item->CategoriesCount(), 0);
+  EXPECT_TRUE(MemberIds(*Cat(u"B")).empty());
+  EXPECT_EQ(MemberIds(*cats->DefaultCategory(true)), std::vector<int32_t>{1});
+}
+
 TEST_F(OutlookItemTest, MoveToNothingRaisesWithItsLabel) {
   ReadList({u"A"});
   auto item = ReadItem({u"A"});
