@@ -56,7 +56,7 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   std::shared_ptr<Category> Item(const ItemIndex& index, bool ignoreFilter = false) const;
   // Item by the category's ID, without going through its text.
   std::shared_ptr<Category> ItemById(int32_t id, bool ignoreFilter = false) const {
-    return (!ignoreFilter && filtered_) ? filtered_->ByKey(id) : categories_.ByKey(id);
+    return (!ignoreFilter && filtered_) ? filtered_->ByKey(id) : Lookup(id);
   }
   // ItemById(id, true) without a copy of the pointer, for bulk work: good
   // until the collection next changes. Whoever raises an event while using

@@ -16,11 +16,6 @@ bool Members::Add(const std::shared_ptr<OutlookItem>& item) {
   return ids_.Add(item->ID());
 }
 
-void Members::Prefetch(int32_t id) const {
-  ids_.Prefetch(id);
-  if (store_) store_->Prefetch(id);
-}
-
 std::shared_ptr<OutlookItem> Members::ByKey(int32_t id) const {
   return store_ && ids_.Contains(id) ? store_->Get(id) : nullptr;
 }

@@ -27,8 +27,6 @@ class Members {
   // Removes the member with this ID; false when there is none.
   bool Remove(int32_t id) { return ids_.Remove(id); }
   bool Contains(int32_t id) const { return ids_.Contains(id); }
-  // Asks the memory for what a lookup of `id` will touch (a hint).
-  void Prefetch(int32_t id) const;
   // The member under this ID or at this 1-based position, or null.
   std::shared_ptr<OutlookItem> ByKey(int32_t id) const;
   std::shared_ptr<OutlookItem> ByPosition(int64_t position) const {

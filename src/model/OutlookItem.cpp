@@ -80,14 +80,10 @@ void OutlookItem::SetChanged(bool value) {
 }
 
 OutlookItem::Owners OutlookItem::ResolveOwners() const {
-  auto items = Parent();
-  // A collection that no longer holds this item is not its owner any more.
-  if (!items || !items->Store()->Holds(*this)) return {};
-  Owners owners;
-  owners.self = items->Store()->Get(id_);
-  owners.app = items->Parent();
-  if (owners.app) owners.cats = owners.app->Categories();
-  owners.items = std::move(items);
+  auto items = Owner();
+  if (!items) return {};
+  Owners owners = OwnersOf(std::move(items));
+  owners.self = owners.items->Store()->Get(id_);
   return owners;
 }
 
@@ -117,10 +113,10 @@ void OutlookItem::Walk(const Members& members, const std::shared_ptr<OutlookItem
                    [&](const std::shared_ptr<OutlookItem>& item) { f(*item, owners.For(item)); });
 }
 
-OutlookItem::Owners OutlookItem::OwnersOf(const std::shared_ptr<OutlookItems>& items) {
+OutlookItem::Owners OutlookItem::OwnersOf(std::shared_ptr<OutlookItems> items) {
   Owners owners;
-  owners.items = items;
-  if (items) owners.app = items->Parent();
+  owners.items = std::move(items);
+  if (owners.items) owners.app = owners.items->Parent();
   if (owners.app) owners.cats = owners.app->Categories();
   return owners;
 }

@@ -134,7 +134,7 @@ class OutlookItem : public IChild {
   std::shared_ptr<OutlookItems> Owner() const;
   Owners ResolveOwners() const;
   // The owners of the items of `items`, but for `self`.
-  static Owners OwnersOf(const std::shared_ptr<OutlookItems>& items);
+  static Owners OwnersOf(std::shared_ptr<OutlookItems> items);
   bool LinkedTo(const std::shared_ptr<OutlookItems>& items) const {
     return !parent_.owner_before(items) && !items.owner_before(parent_);
   }
