@@ -1,7 +1,10 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
+
+#include "support/IClientObject.h"
 
 namespace t4 {
 
@@ -18,6 +21,11 @@ class IClientApp {
   virtual void AdviseQuit(std::function<void()> onQuit) = 0;
   // Ends the Quit subscription; harmless when there is none.
   virtual void UnadviseQuit() = 0;
+  // The item with this entry identifier (hexadecimal text), through the
+  // MAPI namespace's GetItemFromID; an empty `storeId` is left out of the
+  // call. Null or a thrown error when there is none.
+  virtual std::shared_ptr<IClientObject> GetItemFromID(const std::u16string& entryId,
+                                                       const std::u16string& storeId) = 0;
 };
 
 }  // namespace t4

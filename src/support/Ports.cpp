@@ -30,6 +30,7 @@ std::shared_ptr<IStringResources> strings;
 std::shared_ptr<IRegistryAccess> registry;
 std::shared_ptr<IMapiLibrary> mapi;
 std::shared_ptr<IRulesLibrary> rules;
+std::shared_ptr<IMessagePump> pump;
 
 }  // namespace
 
@@ -54,6 +55,9 @@ IMapiLibrary& Ports::Mapi() {
 IRulesLibrary& Ports::Rules() {
   return Get(rules, CreatePlatformRulesLibrary);
 }
+IMessagePump& Ports::Pump() {
+  return Get(pump, CreatePlatformMessagePump);
+}
 
 void Ports::SetShell(std::shared_ptr<IShellPort> port) {
   Put(shell, std::move(port));
@@ -72,6 +76,9 @@ void Ports::SetMapi(std::shared_ptr<IMapiLibrary> port) {
 }
 void Ports::SetRules(std::shared_ptr<IRulesLibrary> port) {
   Put(rules, std::move(port));
+}
+void Ports::SetPump(std::shared_ptr<IMessagePump> port) {
+  Put(pump, std::move(port));
 }
 
 }  // namespace t4

@@ -4,6 +4,7 @@
 
 #include "support/IFileHelper.h"
 #include "support/IMapiLibrary.h"
+#include "support/IMessagePump.h"
 #include "support/IRegistryAccess.h"
 #include "support/IRulesLibrary.h"
 #include "support/IShellPort.h"
@@ -23,6 +24,7 @@ class Ports {
   static std::shared_ptr<IRegistryAccess> Registry();
   static IMapiLibrary& Mapi();
   static IRulesLibrary& Rules();
+  static IMessagePump& Pump();
 
   static void SetShell(std::shared_ptr<IShellPort> port);
   static void SetFiles(std::shared_ptr<IFileHelper> port);
@@ -30,6 +32,7 @@ class Ports {
   static void SetRegistry(std::shared_ptr<IRegistryAccess> port);
   static void SetMapi(std::shared_ptr<IMapiLibrary> port);
   static void SetRules(std::shared_ptr<IRulesLibrary> port);
+  static void SetPump(std::shared_ptr<IMessagePump> port);
 };
 
 // Defined by the platform library: the default ports of this platform.
@@ -39,5 +42,6 @@ std::shared_ptr<IStringResources> CreatePlatformStringResources();
 std::shared_ptr<IRegistryAccess> CreatePlatformRegistry();
 std::shared_ptr<IMapiLibrary> CreatePlatformMapiLibrary();
 std::shared_ptr<IRulesLibrary> CreatePlatformRulesLibrary();
+std::shared_ptr<IMessagePump> CreatePlatformMessagePump();
 
 }  // namespace t4

@@ -61,6 +61,16 @@ class FakeOutlook : public IClientApp {
     if (quit) ++unadvised;
     quit = nullptr;
   }
+  // Finds items in `items` by "entry|store" (store empty when left out).
+  std::shared_ptr<IClientObject> GetItemFromID(const std::u16string& entryId,
+                                               const std::u16string& storeId) override {
+    lookups.push_back(entryId + u"|" + storeId);
+    auto it = items.find(entryId + u"|" + storeId);
+    if (it == items.end()) throw Error(static_cast<int32_t>(0x8004010F), u"not found");
+    return it->second;
+  }
+  std::map<std::u16string, std::shared_ptr<IClientObject>> items;
+  std::vector<std::u16string> lookups;
   void FireQuit() {
     auto handler = quit;
     if (handler) handler();
@@ -89,6 +99,16 @@ class FakeMapi : public IMapiLibrary {
       if (counters_->failLogon) throw Error(static_cast<int32_t>(0x80040111), u"logon failed");
     }
     void Logoff() override { ++counters_->logoffs; }
+    std::shared_ptr<IMapiFolder> GetFolderFromID(const std::u16string&,
+                                                 const std::u16string&) override {
+      throw RunTimeError::Make(RunTimeError::kObjectDoesntSupportMember);
+    }
+    std::shared_ptr<IMapiStore> GetStoreFromID(const std::u16string&) override {
+      throw RunTimeError::Make(RunTimeError::kObjectDoesntSupportMember);
+    }
+    bool CompareEntryIDs(const std::u16string& a, const std::u16string& b) override {
+      return a == b;
+    }
 
    private:
     std::shared_ptr<Counters> counters_;
@@ -96,6 +116,12 @@ class FakeMapi : public IMapiLibrary {
   std::shared_ptr<IMapiSession> CreateSession() override {
     ++counters->sessions;
     return std::make_shared<Session>(counters);
+  }
+  std::shared_ptr<IMapiUtils> CreateUtils(const std::u16string&) override {
+    throw RunTimeError::Make(RunTimeError::kCantCreateObject);
+  }
+  std::shared_ptr<IMapiTable> CreateTable() override {
+    throw RunTimeError::Make(RunTimeError::kCantCreateObject);
   }
   std::shared_ptr<Counters> counters = std::make_shared<Counters>();
 };

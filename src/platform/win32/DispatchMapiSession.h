@@ -14,6 +14,10 @@ class DispatchMapiSession : public IMapiSession {
 
   void Logon() override;
   void Logoff() override;
+  std::shared_ptr<IMapiFolder> GetFolderFromID(const std::u16string& entryIdFolder,
+                                               const std::u16string& entryIdStore) override;
+  std::shared_ptr<IMapiStore> GetStoreFromID(const std::u16string& entryIdStore) override;
+  bool CompareEntryIDs(const std::u16string& entryId1, const std::u16string& entryId2) override;
 
  private:
   Dispatcher session_;

@@ -188,3 +188,12 @@ void Win32ClientApp::UnadviseQuit() {
 }
 
 }  // namespace t4::win32
+
+namespace t4::win32 {
+
+std::shared_ptr<IClientObject> Win32ClientApp::GetItemFromID(const std::u16string&,
+                                                             const std::u16string&) {
+  throw RunTimeError::Make(RunTimeError::kObjectDoesntSupportMember);
+}
+
+}  // namespace t4::win32

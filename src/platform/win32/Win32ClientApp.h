@@ -22,6 +22,8 @@ class Win32ClientApp : public IClientApp {
   // Error 459 when the object offers no connection point.
   void AdviseQuit(std::function<void()> onQuit) override;
   void UnadviseQuit() override;
+  std::shared_ptr<IClientObject> GetItemFromID(const std::u16string& entryId,
+                                               const std::u16string& storeId) override;
 
   // The object itself, for late-bound calls that pass it on (no new
   // reference).

@@ -20,6 +20,14 @@ std::shared_ptr<IMapiSession> Win32MapiLibrary::CreateSession() {
   return std::make_shared<DispatchMapiSession>(DispatchPtr::Attach(session));
 }
 
+std::shared_ptr<IMapiUtils> Win32MapiLibrary::CreateUtils(const std::u16string&) {
+  throw RunTimeError::Make(RunTimeError::kCantCreateObject);
+}
+
+std::shared_ptr<IMapiTable> Win32MapiLibrary::CreateTable() {
+  throw RunTimeError::Make(RunTimeError::kCantCreateObject);
+}
+
 }  // namespace t4::win32
 
 namespace t4 {

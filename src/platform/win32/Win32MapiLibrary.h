@@ -10,6 +10,8 @@ namespace t4::win32 {
 class Win32MapiLibrary : public IMapiLibrary {
  public:
   std::shared_ptr<IMapiSession> CreateSession() override;
+  std::shared_ptr<IMapiUtils> CreateUtils(const std::u16string& classWord) override;
+  std::shared_ptr<IMapiTable> CreateTable() override;
 };
 
 }  // namespace t4::win32

@@ -30,6 +30,10 @@ int32_t NumberOf(const std::function<void()>& body) {
 
 // Any client that is not the Windows one.
 class OtherClient : public IClientApp {
+  std::shared_ptr<IClientObject> GetItemFromID(const std::u16string&,
+                                               const std::u16string&) override {
+    return nullptr;
+  }
  public:
   std::u16string Version() override { return u"16.0"; }
   void AdviseQuit(std::function<void()>) override {}
