@@ -8,6 +8,7 @@
 #include "model/OutlookItems.h"
 #include "session/Application.h"
 #include "support/ErrorFrame.h"
+#include "support/ErrorObject.h"
 #include "support/HandleTable.h"
 #include "support/RunTimeError.h"
 #include "support/TextCase.h"
@@ -68,8 +69,61 @@ void OutlookItem::Initialize(int32_t id, std::u16string entryId, SharedOrigin or
   suppressJournal_ = false;
 }
 
-void OutlookItem::Save(Categories&) {
-  Frame(u"OutlookItem", u"Save", [&] { throw RunTimeError::NotImplemented(u"OutlookItem.Save"); });
+void OutlookItem::Save(Categories& categories) {
+  Frame(u"OutlookItem", u"Save", [&] {
+    std::shared_ptr<IMapiMessage> message = GetRedemptionItem();
+    std::u16string names;
+    bool first = true;
+    for (size_t i = 0; i < categories_.size(); ++i) {
+      auto category = categories.ItemById(categories_[i], true);
+      if (!category) continue;
+      if (!first) names += u';';
+      names += category->Name();
+      first = false;
+    }
+    message->SetCategories(names);
+    message->Save();
+    changed_ = false;
+  });
+}
+
+std::shared_ptr<IMapiMessage> OutlookItem::GetRedemptionItem() const {
+  return Frame(u"OutlookItem", u"GetRedemptionItem", [&] {
+    std::shared_ptr<IMapiMessage> message;
+    const auto app = ResolveOwners().app;
+    const StoreCollection* stores = app ? app->Stores() : nullptr;
+    if (auto store = stores ? stores->Item(StoreID()) : nullptr) {
+      try {
+        message = store->GetMessageFromID(EntryID());
+      } catch (...) {
+        // A message deleted or moved since the read: not found.
+        message.reset();
+      }
+    }
+    if (!message) ErrorObject::RaiseCode(cmItemNotFound);
+    return message;
+  });
+}
+
+std::shared_ptr<IClientObject> OutlookItem::GetOutlookItem() const {
+  return Frame(u"OutlookItem", u"GetOutlookItem", [&] {
+    const auto app = ResolveOwners().app;
+    auto outlook = RunTimeError::Require(app ? app->OutlookApp() : nullptr);
+    std::shared_ptr<IClientObject> item;
+    try {
+      item = outlook->GetItemFromID(EntryID(), u"");
+    } catch (...) {
+      // Outlook finds items of other stores only with the store's identifier.
+    }
+    if (!item) {
+      try {
+        item = outlook->GetItemFromID(EntryID(), StoreID());
+      } catch (...) {
+      }
+    }
+    if (!item) ErrorObject::RaiseCode(cmItemNotFound);
+    return item;
+  });
 }
 
 void OutlookItem::SetChanged(bool value) {

@@ -12,6 +12,8 @@
 #include "model/ItemOrigin.h"
 #include "model/ItemStore.h"
 #include "model/Members.h"
+#include "support/IClientObject.h"
+#include "support/IMapiMessage.h"
 
 namespace t4 {
 
@@ -55,6 +57,10 @@ class OutlookItem : public IChild {
   // Makes `category` the item's only category.
   void MoveToCategory(const std::shared_ptr<Category>& category);
   const std::u16string& Subject() const { return subject_; }
+  // The live Outlook item, through Outlook's namespace: by entry
+  // identifier alone, else with the store's. Throws cmItemNotFound when
+  // Outlook has no such item.
+  std::shared_ptr<IClientObject> GetOutlookItem() const;
   const std::u16string& EntryID() const { return entryId_; }
   const std::u16string& StoreID() const { return *origin_->storeId; }
 
@@ -76,9 +82,12 @@ class OutlookItem : public IChild {
   void SetSuppressJournal(bool value) { suppressJournal_ = value; }
   // True also marks the owning collection changed.
   void SetChanged(bool value);
-  // Writes the item's categories back to its message; Changed is false
-  // afterwards. Needs the MAPI item access of item reading.
+  // Writes the item's category names, joined by ";", to its message and
+  // saves it; Changed is false afterwards. On failure Changed stays true.
   void Save(Categories& categories);
+  // The item's message, opened in the store its reading registered.
+  // Throws cmItemNotFound when the store or the message is gone.
+  std::shared_ptr<IMapiMessage> GetRedemptionItem() const;
   // The category IDs in list order.
   const CategoryIdList& CategoryIds() const { return categories_; }
   // CategoriesRemove by the category's ID, without going through its text.

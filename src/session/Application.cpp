@@ -10,6 +10,7 @@
 #include "masterlist/modOLVersion.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
+#include "session/ItemReader.h"
 #include "support/ErrorFrame.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
@@ -46,6 +47,7 @@ void Application::Construct() {
     outlookItems_ = std::make_shared<t4::OutlookItems>();
     outlookItems_->SetParent(weak_from_this());
   });
+  Attempt([&] { mapiUtils_ = Ports::Mapi().CreateUtils(u"sfUtils"); });
   Attempt([&] { actions_ = std::make_unique<Actions>(); });
 }
 
@@ -184,6 +186,78 @@ void Application::ReadMasterlist() {
   });
 }
 
+void Application::ReadItems(std::shared_ptr<IFolderList> folders) {
+  Frame(u"Application", u"ReadItems", [&] {
+    auto items = RunTimeError::Require(outlookItems_);
+    auto categories = RunTimeError::Require(categories_);
+    // Both collections count as unchanged afterwards, however the read ends.
+    struct Finish {
+      Application& app;
+      t4::OutlookItems& items;
+      t4::Categories& categories;
+      ~Finish() {
+        items.SetIsReading(false);
+        items.SetChanged(false);
+        categories.SetIsReading(false);
+        categories.SetImporting(false);
+        categories.SetChanged(false);
+        app.folderValidation_.reset();
+        app.folderDataList_.reset();
+      }
+    } finish{*this, *items, *categories};
+    Logon();
+    RunTimeError::Require(actions_.get())->Clear();
+    items->Clear();
+    items->SetIsReading(true);
+    categories->ClearAllMembers();
+    categories->SetImporting(true);
+    categories->SetIsReading(true);
+    itemsCounter_ = 0;
+    folderValidation_ = std::make_shared<FolderValidation>();
+    stores_ = std::make_shared<StoreCollection>();
+    folderDataList_ = folders;
+    if (!folders || folders->Count() < 1) return;
+    ItemReader::Context context;
+    context.session = session_;
+    context.utils = mapiUtils_;
+    context.categories = categories;
+    context.items = items;
+    // The reader holds what it uses: a subscriber may start another read or
+    // call Terminate from inside an event.
+    context.stores = stores_;
+    context.validation = folderValidation_;
+    context.chunkSize = &chunkSize_;
+    context.progress = [self = shared_from_this()](int32_t value, int32_t max) {
+      ++self->itemsCounter_;
+      self->RaiseProgress(value, max);
+    };
+    ItemReader(std::move(context), *folders).LoopFolders();
+  });
+}
+
+int32_t Application::Advise(std::shared_ptr<IApplicationEvents> sink) {
+  const int32_t cookie = nextCookie_++;
+  sinks_.emplace_back(cookie, std::move(sink));
+  return cookie;
+}
+
+void Application::Unadvise(int32_t cookie) {
+  for (auto it = sinks_.begin(); it != sinks_.end(); ++it) {
+    if (it->first == cookie) {
+      sinks_.erase(it);
+      return;
+    }
+  }
+}
+
+void Application::RaiseProgress(int32_t value, int32_t max) {
+  // The offered cancel flag is not consulted: a read runs to its end.
+  bool cancel = false;
+  const auto sinks = sinks_;
+  for (const auto& sink : sinks) sink.second->Progress(value, max, cancel);
+  Ports::Pump().DoEvents();
+}
+
 void Application::SaveChanges() {
   Frame(u"Application", u"SaveChanges", [&] {
     auto categories = RunTimeError::Require(categories_);
@@ -205,11 +279,14 @@ void Application::Terminate() {
     if (categories_) categories_->ResetParentPtr();
     categories_.reset();
   });
+  Attempt([&] { mapiUtils_.reset(); });
   Attempt([&] { actions_.reset(); });
+  Attempt([&] { stores_.reset(); });
   Attempt([&] {
     auto session = std::move(session_);
     if (session) session->Logoff();
   });
+  Attempt([&] { folderValidation_.reset(); });
   if (rulesSupported_) {
     Attempt([&] { categoryRules_.reset(); });
     Attempt([&] { rulesReader_.reset(); });

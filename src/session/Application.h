@@ -2,12 +2,19 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "journal/Actions.h"
+#include "session/FolderValidation.h"
+#include "session/IApplicationEvents.h"
+#include "session/IFolderList.h"
+#include "session/StoreCollection.h"
 #include "support/ICategoryRules.h"
 #include "support/IClientApp.h"
 #include "support/ILanguage.h"
 #include "support/IMapiSession.h"
+#include "support/IMapiUtils.h"
 #include "support/IRulesReader.h"
 #include "support/Options.h"
 
@@ -44,6 +51,11 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   // and reads the category rules.
   void Initialize(std::shared_ptr<IClientApp> outlook);
   std::shared_ptr<t4::OutlookItems> OutlookItems() const { return outlookItems_; }
+  // Reads every item of the listed folders (null or empty: none) with the
+  // categories on each, afresh: the journal is cleared, the items and all
+  // memberships are replaced. Both collections count as unchanged
+  // afterwards, also when the read failed half-way.
+  void ReadItems(std::shared_ptr<IFolderList> folders);
   // Reads the master category list of the running Outlook afresh. The list
   // counts as unchanged afterwards, also when the read failed half-way.
   void ReadMasterlist();
@@ -61,6 +73,10 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   void Undo();
   bool UndoIsPossible() const;
 
+  // Events: any number of subscribers, called in the order they came.
+  int32_t Advise(std::shared_ptr<IApplicationEvents> sink);
+  void Unadvise(int32_t cookie);
+
   // Internal operations.
   // The journal; null once terminated.
   Actions* Journal() const { return actions_.get(); }
@@ -69,6 +85,13 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   void SetReplaying(bool value) { replaying_ = value; }
   // Folders per chunk of the folder reader, from the settings.
   int32_t ChunkSize() const { return chunkSize_; }
+  void SetChunkSize(int32_t value) { chunkSize_ = value; }
+  // Items taken in by the last ReadItems.
+  int32_t ItemsCounter() const { return itemsCounter_; }
+  // The message stores of the folders the last ReadItems read.
+  const StoreCollection* Stores() const { return stores_.get(); }
+  // The MAPI utilities object; null when it could not be created.
+  std::shared_ptr<IMapiUtils> MapiUtils() const { return mapiUtils_; }
   const Options& GetOptions() const { return options_; }
   // The MAPI session; null before the first logon.
   std::shared_ptr<IMapiSession> Session() const { return session_; }
@@ -87,6 +110,8 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   // Outlook's Quit: only lets go of Outlook; the host calls Terminate.
   void OnQuit();
   void ReleaseOutlook();
+  // Raises Progress, then lets the thread's pending messages run once.
+  void RaiseProgress(int32_t value, int32_t max);
 
   Options options_;
   int32_t chunkSize_ = Options::kDefaultChunkSize;
@@ -99,6 +124,13 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   std::shared_ptr<ICategoryRules> categoryRules_;
   std::shared_ptr<IRulesReader> rulesReader_;
   std::shared_ptr<IClientApp> outlookApp_;
+  std::shared_ptr<IMapiUtils> mapiUtils_;
+  std::shared_ptr<FolderValidation> folderValidation_;
+  std::shared_ptr<StoreCollection> stores_;
+  std::shared_ptr<IFolderList> folderDataList_;
+  int32_t itemsCounter_ = 0;
+  std::vector<std::pair<int32_t, std::shared_ptr<IApplicationEvents>>> sinks_;
+  int32_t nextCookie_ = 1;
 };
 
 }  // namespace t4
