@@ -33,6 +33,7 @@
 #include <utility>
 #include <vector>
 
+#include "BenchSupport.h"
 #include "journal/Actions.h"
 #include "model/Categories.h"
 #include "model/Category.h"
@@ -42,6 +43,8 @@
 #include "session/Application.h"
 
 namespace {
+
+using namespace t4::bench;
 
 constexpr int32_t kItems = 1'000'000;
 constexpr int32_t kCategories = 200;        // besides the default category (ID 0)
@@ -59,24 +62,6 @@ constexpr double kDeleteTargetMs = 300;
 constexpr double kMoveTargetMs = 500;
 constexpr double kLoopTargetMs = 50;
 constexpr double kBytesPerItemTarget = 250;
-
-// splitmix64: small, fast and the same on every platform.
-class Random {
- public:
-  explicit Random(uint64_t seed) : state_(seed) {}
-  uint64_t Next() {
-    uint64_t z = (state_ += 0x9E3779B97F4A7C15ull);
-    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
-    z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
-    return z ^ (z >> 31);
-  }
-  // Uniform in [0, 1).
-  double Unit() { return static_cast<double>(Next() >> 11) * 0x1.0p-53; }
-  uint32_t Below(uint32_t n) { return static_cast<uint32_t>(Next() % n); }
-
- private:
-  uint64_t state_;
-};
 
 // Who carries which category, shared by the model and the floor.
 struct Plan {
@@ -161,30 +146,6 @@ const Plan& ThePlan() {
   return plan;
 }
 
-// Heap handed out by malloc, in bytes.
-size_t HeapInUse() {
-  const struct mallinfo2 mi = mallinfo2();
-  return mi.uordblks + mi.hblkhd;
-}
-
-// Pages the process has faulted in so far. On the project's virtual
-// machine a fresh page costs some microseconds, enough to dominate an
-// operation that needs new memory; the move benchmarks report their count.
-long PageFaults() {
-  struct rusage usage {};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_minflt + usage.ru_majflt;
-}
-
-size_t ResidentBytes() {
-  long pages = 0, resident = 0;
-  if (FILE* f = std::fopen("/proc/self/statm", "r")) {
-    if (std::fscanf(f, "%ld %ld", &pages, &resident) != 2) resident = 0;
-    std::fclose(f);
-  }
-  return static_cast<size_t>(resident) * static_cast<size_t>(sysconf(_SC_PAGESIZE));
-}
-
 // The item's own strings: a 140-digit entry ID (a 70-byte binary ID in hex,
 // as Outlook gives it) and a subject of 2 to 9 words.
 struct Texts {
@@ -222,18 +183,6 @@ Texts MakeTexts() {
   t.heapBytes = HeapInUse() - before;
   return t;
 }
-
-double Ms(std::chrono::steady_clock::duration d) {
-  return std::chrono::duration<double, std::milli>(d).count();
-}
-
-class Stopwatch {
- public:
-  double Ms() const { return ::Ms(std::chrono::steady_clock::now() - start_); }
-
- private:
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
 
 // ---------------------------------------------------------------------------
 // The model
@@ -393,48 +342,6 @@ Floor* FloorFor(Use use) {
 
 // ---------------------------------------------------------------------------
 // Reporting
-
-std::map<std::string, double>& FloorMs() {
-  static std::map<std::string, double> ms;
-  return ms;
-}
-
-// Adds the page faults of one timed run to the benchmark's count, which it
-// reports per iteration.
-void CountFaults(benchmark::State& state, long faults) {
-  benchmark::Counter& c = state.counters["page_faults"];
-  c.value += static_cast<double>(faults);
-  c.flags = benchmark::Counter::kAvgIterations;
-}
-
-void ReportFloor(benchmark::State& state, const std::string& name, double totalMs) {
-  const double ms = totalMs / static_cast<double>(state.iterations());
-  FloorMs()[name] = ms;
-  state.counters["floor_ms"] = ms;
-}
-
-void ReportModel(benchmark::State& state, const std::string& name, double totalMs,
-                 double targetMs) {
-  const double ms = totalMs / static_cast<double>(state.iterations());
-  state.counters["model_ms"] = ms;
-  state.counters["target_ms"] = targetMs;
-  const auto floor = FloorMs().find(name);
-  if (floor != FloorMs().end() && floor->second > 0) {
-    state.counters["floor_ms"] = floor->second;
-    state.counters["x_floor"] = ms / floor->second;
-  }
-}
-
-template <class F>
-double Timed(benchmark::State& state, F&& f) {
-  const long faults = PageFaults();
-  Stopwatch watch;
-  f();
-  const double ms = watch.Ms();
-  CountFaults(state, PageFaults() - faults);
-  state.SetIterationTime(ms / 1000.0);
-  return ms;
-}
 
 // ---------------------------------------------------------------------------
 // 1. Building
