@@ -49,12 +49,10 @@ std::shared_ptr<Categories> OutlookItem::Cats() const {
   return RunTimeError::Require(ResolveOwners().cats);
 }
 
-void OutlookItem::Initialize(int32_t id, std::u16string entryId, SharedOrigin origin,
-                             std::u16string subject, double dateTime) {
+void OutlookItem::Initialize(int32_t id, ItemText text, SharedOrigin origin, double dateTime) {
   suppressJournal_ = true;
   id_ = id;
-  entryId_ = std::move(entryId);
-  subject_ = std::move(subject);
+  text_ = std::move(text);
   dateTime_ = dateTime;
   // The collection hands in interned lower-case classes; only others need
   // their own copy.

@@ -11,6 +11,7 @@
 #include "model/ItemIndex.h"
 #include "model/ItemOrigin.h"
 #include "model/ItemStore.h"
+#include "model/ItemText.h"
 #include "model/Members.h"
 #include "support/IClientObject.h"
 #include "support/IMapiMessage.h"
@@ -56,12 +57,13 @@ class OutlookItem : public IChild {
   const std::u16string& MessageClass() const { return *origin_->messageClass; }
   // Makes `category` the item's only category.
   void MoveToCategory(const std::shared_ptr<Category>& category);
-  const std::u16string& Subject() const { return subject_; }
+  std::u16string Subject() const { return text_.Subject(); }
   // The live Outlook item, through Outlook's namespace: by entry
   // identifier alone, else with the store's. Throws cmItemNotFound when
   // Outlook has no such item.
   std::shared_ptr<IClientObject> GetOutlookItem() const;
-  const std::u16string& EntryID() const { return entryId_; }
+  // The entry identifier as hexadecimal text.
+  std::u16string EntryID() const { return text_.EntryID(); }
   const std::u16string& StoreID() const { return *origin_->storeId; }
 
   // IChild: the parent is an OutlookItems handle; the key is ignored.
@@ -75,8 +77,7 @@ class OutlookItem : public IChild {
   // not linked to a collection that holds it.
   std::shared_ptr<const ItemStore> HomeStore() const;
   // Fills the fields (message class in lower case) without journalling.
-  void Initialize(int32_t id, std::u16string entryId, SharedOrigin origin, std::u16string subject,
-                  double dateTime);
+  void Initialize(int32_t id, ItemText text, SharedOrigin origin, double dateTime);
   void SetID(int32_t id) { id_ = id; }
   bool SuppressJournal() const { return suppressJournal_; }
   void SetSuppressJournal(bool value) { suppressJournal_ = value; }
@@ -161,8 +162,7 @@ class OutlookItem : public IChild {
   bool changed_ = false;
   bool suppressJournal_ = false;
   bool moving_ = false;
-  std::u16string entryId_;
-  std::u16string subject_;
+  ItemText text_;
   SharedOrigin origin_;
   double dateTime_ = 0;
 };

@@ -47,37 +47,50 @@ OutlookItem::SharedText OutlookItems::Intern(const std::u16string& text) {
   return shared;
 }
 
-std::shared_ptr<OutlookItem> OutlookItems::Add(std::u16string entryId,
-                                               const std::u16string& storeId,
-                                               const std::u16string& folder, std::u16string subject,
-                                               const std::u16string& messageClass,
-                                               double dateTime) {
+std::shared_ptr<OutlookItem> OutlookItems::Add(
+    const std::u16string& entryId, const std::u16string& storeId, const std::u16string& folder,
+    const std::u16string& subject, const std::u16string& messageClass, double dateTime) {
   return Frame(u"OutlookItems", u"Add", [&] {
-    auto item = std::make_shared<OutlookItem>();
-    item->SetParent(weak_from_this());
-    auto same = [](const OutlookItem::SharedText& a, const std::u16string& b) {
-      return a && a->size() == b.size() &&
-             std::memcmp(a->data(), b.data(), b.size() * sizeof(char16_t)) == 0;
-    };
-    if (!same(lastStore_, storeId)) lastStore_ = Intern(storeId);
-    if (!same(lastFolder_, folder)) lastFolder_ = Intern(folder);
-    if (!same(lastClassIn_, messageClass)) {
-      lastClassIn_ = std::make_shared<const std::u16string>(messageClass);
-      lastClass_ = Intern(TextCase::Lower(messageClass));
-    }
-    if (!lastOrigin_ || lastOrigin_->storeId != lastStore_ || lastOrigin_->folder != lastFolder_ ||
-        lastOrigin_->messageClass != lastClass_) {
-      auto& origin = origins_[{lastStore_.get(), lastFolder_.get(), lastClass_.get()}];
-      if (!origin) {
-        origin = ItemOrigin::Make(lastStore_, lastFolder_, lastClass_);
-      }
-      lastOrigin_ = origin;
-    }
-    item->Initialize(nextId_, std::move(entryId), lastOrigin_, std::move(subject), dateTime);
-    store_->Append(item);
-    ++nextId_;
-    return item;
+    return Append(ItemText::FromText(entryId, subject), storeId, folder, messageClass, dateTime);
   });
+}
+
+std::shared_ptr<OutlookItem> OutlookItems::AddBinary(
+    std::string_view entryId, const std::u16string& storeId, const std::u16string& folder,
+    std::u16string_view subject, const std::u16string& messageClass, double dateTime) {
+  return Frame(u"OutlookItems", u"Add", [&] {
+    return Append(ItemText::FromBinary(entryId, subject), storeId, folder, messageClass, dateTime);
+  });
+}
+
+std::shared_ptr<OutlookItem> OutlookItems::Append(ItemText text, const std::u16string& storeId,
+                                                  const std::u16string& folder,
+                                                  const std::u16string& messageClass,
+                                                  double dateTime) {
+  auto item = std::make_shared<OutlookItem>();
+  item->SetParent(weak_from_this());
+  auto same = [](const OutlookItem::SharedText& a, const std::u16string& b) {
+    return a && a->size() == b.size() &&
+           std::memcmp(a->data(), b.data(), b.size() * sizeof(char16_t)) == 0;
+  };
+  if (!same(lastStore_, storeId)) lastStore_ = Intern(storeId);
+  if (!same(lastFolder_, folder)) lastFolder_ = Intern(folder);
+  if (!same(lastClassIn_, messageClass)) {
+    lastClassIn_ = std::make_shared<const std::u16string>(messageClass);
+    lastClass_ = Intern(TextCase::Lower(messageClass));
+  }
+  if (!lastOrigin_ || lastOrigin_->storeId != lastStore_ || lastOrigin_->folder != lastFolder_ ||
+      lastOrigin_->messageClass != lastClass_) {
+    auto& origin = origins_[{lastStore_.get(), lastFolder_.get(), lastClass_.get()}];
+    if (!origin) {
+      origin = ItemOrigin::Make(lastStore_, lastFolder_, lastClass_);
+    }
+    lastOrigin_ = origin;
+  }
+  item->Initialize(nextId_, std::move(text), lastOrigin_, dateTime);
+  store_->Append(item);
+  ++nextId_;
+  return item;
 }
 
 void OutlookItems::SaveChanges(Categories& categories) {

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <unordered_map>
 #include <vector>
@@ -39,9 +40,14 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
 
   // Internal operations.
   // Creates the next item from the data item reading supplies.
-  std::shared_ptr<OutlookItem> Add(std::u16string entryId, const std::u16string& storeId,
-                                   const std::u16string& folder, std::u16string subject,
+  // `entryId` is hexadecimal text (or any text a host made up).
+  std::shared_ptr<OutlookItem> Add(const std::u16string& entryId, const std::u16string& storeId,
+                                   const std::u16string& folder, const std::u16string& subject,
                                    const std::u16string& messageClass, double dateTime);
+  // The same with the binary entry identifier a MAPI table delivers.
+  std::shared_ptr<OutlookItem> AddBinary(std::string_view entryId, const std::u16string& storeId,
+                                         const std::u16string& folder, std::u16string_view subject,
+                                         const std::u16string& messageClass, double dateTime);
   // Empty again, in a new store; IDs from 1.
   void Clear();
   // Saves every changed item, then clears the collection's changed mark.
@@ -66,6 +72,9 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   // Store identifiers, folder texts and message classes repeat across
   // thousands of items; each distinct text is kept once.
   OutlookItem::SharedText Intern(const std::u16string& text);
+  std::shared_ptr<OutlookItem> Append(ItemText text, const std::u16string& storeId,
+                                      const std::u16string& folder,
+                                      const std::u16string& messageClass, double dateTime);
 
   std::weak_ptr<Application> parent_;
   // Items are only ever appended (IDs 1, 2, ...) and cleared all at once,

@@ -5,7 +5,6 @@
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
 #include "support/ErrorFrame.h"
-#include "support/HexCodec.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
 
@@ -81,14 +80,16 @@ void ItemReader::ReadItemsEx(IMapiFolder& folder) {
     const std::u16string storeId = folder.StoreID();
     OutlookItems& items = *RunTimeError::Require(c_.items.get());
     const auto max = static_cast<int32_t>(rows.size());
-    std::u16string entryId, subject, messageClass;
     for (int32_t k = 0; k < max; ++k) {
       const MapiRow& row = rows[static_cast<size_t>(k)];
       const MapiValue* keywords = hasKeywords && row.size() > 4 ? &row[4] : nullptr;
-      double modified = 0;
-      GetItemData(row, entryId, subject, messageClass, modified);
-      auto item = items.Add(std::move(entryId), storeId, folderName, std::move(subject),
-                            messageClass, modified);
+      const ItemData data = GetItemData(row);
+      // Identifiers stay binary in the model; their text is made on demand.
+      auto item = data.entryText
+                      ? items.Add(*data.entryText, storeId, folderName, *data.subject,
+                                  *data.messageClass, data.modified)
+                      : items.AddBinary(data.entryBinary, storeId, folderName, *data.subject,
+                                        *data.messageClass, data.modified);
       item->SetSuppressJournal(true);
       LinkKeywords(item, keywords);
       item->SetSuppressJournal(false);
@@ -173,23 +174,24 @@ std::vector<MapiRow> ItemReader::FetchRows(IMapiTable& table) {
   return rows;
 }
 
-void ItemReader::GetItemData(const MapiRow& row, std::u16string& entryId, std::u16string& subject,
-                             std::u16string& messageClass, double& modified) {
+ItemReader::ItemData ItemReader::GetItemData(const MapiRow& row) {
   static const MapiValue kNone;
+  static const std::u16string kNoText;
   auto cell = [&](size_t i) -> const MapiValue& { return i < row.size() ? row[i] : kNone; };
   auto text = [](const MapiValue& v) {
-    return v.kind == MapiValue::Kind::kText ? v.text : std::u16string();
+    return v.kind == MapiValue::Kind::kText ? &v.text : &kNoText;
   };
+  ItemData data;
   const MapiValue& id = cell(0);
   if (id.kind == MapiValue::Kind::kBinary) {
-    entryId.clear();
-    HexCodec::AppendEncoded(id.bytes, entryId);
+    data.entryBinary = id.bytes;
   } else {
-    entryId = text(id);
+    data.entryText = text(id);
   }
-  subject = text(cell(1));
-  messageClass = text(cell(3));
-  modified = cell(2).kind == MapiValue::Kind::kTime ? cell(2).time : 0;
+  data.subject = text(cell(1));
+  data.messageClass = text(cell(3));
+  data.modified = cell(2).kind == MapiValue::Kind::kTime ? cell(2).time : 0;
+  return data;
 }
 
 std::shared_ptr<IMapiStore> ItemReader::AddStore(std::shared_ptr<IMapiStore> store) {

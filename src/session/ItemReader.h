@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "session/FolderValidation.h"
@@ -64,9 +65,17 @@ class ItemReader {
   // Every row of `table`, fetched kBatch rows at a time into one array.
   // A failed fetch ends it with the rows gathered so far.
   static std::vector<MapiRow> FetchRows(IMapiTable& table);
-  // Decodes the fixed columns of one row.
-  static void GetItemData(const MapiRow& row, std::u16string& entryId, std::u16string& subject,
-                          std::u16string& messageClass, double& modified);
+  // The fixed columns of one row, viewed in place: the binary entry
+  // identifier (or its text, when a provider hands over text), subject,
+  // message class and last modification time (0 when it is no date).
+  struct ItemData {
+    std::string_view entryBinary;
+    const std::u16string* entryText = nullptr;
+    const std::u16string* subject = nullptr;
+    const std::u16string* messageClass = nullptr;
+    double modified = 0;
+  };
+  static ItemData GetItemData(const MapiRow& row);
   // Registers the store in the stores collection (once per identifier).
   std::shared_ptr<IMapiStore> AddStore(std::shared_ptr<IMapiStore> store);
   // Lets go of a table: its raw table first, then the object.
