@@ -51,6 +51,7 @@ void Categories::Clear() {
   deleted_.reset();
   if (ProcessValues::OutlookVersion() >= 12) deleted_ = std::make_unique<CategoriesDeleted>();
   names_.clear();
+  ++namesGeneration_;
   nextId_ = 0;
   filterCategories_ = 0;
   filterTypes_ = 0;
@@ -61,10 +62,12 @@ void Categories::ClearAllMembers() {
 }
 
 void Categories::Index(const Category& category) {
+  ++namesGeneration_;
   names_[TextCase::Lower(category.Name())].push_back(category.ID());
 }
 
 void Categories::Unindex(const Category& category, const std::u16string& name) {
+  ++namesGeneration_;
   auto it = names_.find(TextCase::Lower(name));
   if (it == names_.end()) return;
   auto& ids = it->second;

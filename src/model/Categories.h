@@ -118,6 +118,10 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   // Keeps the name index in step when a category's name changes.
   void OnRenamed(const Category& category, const std::u16string& oldName);
   const Collection& All() const { return categories_; }
+  // Changes whenever the names of the collection change (a category added,
+  // deleted, put back or renamed, or the collection cleared): a cache of
+  // name look-ups holds while it stays the same.
+  uint64_t NamesGeneration() const { return namesGeneration_; }
   // The master-list text of all categories, for the store to write.
   std::u16string ToString() const;
   // Writes the master list to the running Outlook's store (with the
@@ -169,6 +173,7 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   int32_t nextId_ = 0;
   // Lower-cased name -> IDs of the categories of that name, for NameExist.
   std::unordered_map<std::u16string, std::vector<int32_t>> names_;
+  uint64_t namesGeneration_ = 0;
   std::vector<std::pair<int32_t, std::shared_ptr<ICategoriesEvents>>> sinks_;
   int32_t nextCookie_ = 1;
 };

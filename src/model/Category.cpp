@@ -211,7 +211,7 @@ void Category::AddMember(const std::shared_ptr<OutlookItem>& item,
     if (membersFiltered_ && !membersFiltered_->Add(item)) failed = true;
     const bool reading = parent && parent->IsReading();
     if (!reading) MarkChangedUnder(parent);
-    if (!failed && parent && (!reading || ReplayingUnder(*parent)) && parent->WantsMemberEvents()) {
+    if (!failed && parent && parent->WantsMemberEvents() && (!reading || ReplayingUnder(*parent))) {
       parent->RaiseMemberAdd(shared_from_this(), item);
     }
   } catch (...) {
@@ -229,7 +229,7 @@ void Category::RemoveMember(const std::shared_ptr<OutlookItem>& item,
     if (membersFiltered_ && !membersFiltered_->Remove(item->ID())) failed = true;
     const bool reading = parent && parent->IsReading();
     if (!reading) MarkChangedUnder(parent);
-    if (!failed && parent && (!reading || ReplayingUnder(*parent)) && parent->WantsMemberEvents()) {
+    if (!failed && parent && parent->WantsMemberEvents() && (!reading || ReplayingUnder(*parent))) {
       parent->RaiseMemberRemove(shared_from_this(), item);
     }
   } catch (...) {

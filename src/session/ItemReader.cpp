@@ -80,6 +80,8 @@ void ItemReader::ReadItemsEx(IMapiFolder& folder) {
     const std::u16string storeId = folder.StoreID();
     OutlookItems& items = *RunTimeError::Require(c_.items.get());
     const auto max = static_cast<int32_t>(rows.size());
+    // Looked up once for every item of the folder, not per edit.
+    OutlookItem::SharedOwners owners(c_.items);
     for (int32_t k = 0; k < max; ++k) {
       const MapiRow& row = rows[static_cast<size_t>(k)];
       const MapiValue* keywords = hasKeywords && row.size() > 4 ? &row[4] : nullptr;
@@ -91,14 +93,28 @@ void ItemReader::ReadItemsEx(IMapiFolder& folder) {
                       : items.AddBinary(data.entryBinary, storeId, folderName, *data.subject,
                                         *data.messageClass, data.modified);
       item->SetSuppressJournal(true);
-      LinkKeywords(item, keywords);
+      LinkKeywords(item, owners.For(item), keywords);
       item->SetSuppressJournal(false);
       if (c_.progress) c_.progress(k + 1, max);
     }
   });
 }
 
-void ItemReader::LinkKeywords(const std::shared_ptr<OutlookItem>& item, const MapiValue* cell) {
+std::shared_ptr<Category> ItemReader::CategoryFor(const std::u16string& keyword) {
+  Categories& categories = *RunTimeError::Require(c_.categories.get());
+  // A subscriber may have added, renamed or deleted categories since.
+  if (categories.NamesGeneration() != cacheGeneration_) keywordCache_.clear();
+  auto it = keywordCache_.find(keyword);
+  if (it != keywordCache_.end()) return it->second;
+  std::u16string name = TrimBlanks(keyword);
+  auto category = categories.Add(name, false, u"", -2, -2);
+  keywordCache_.emplace(keyword, category);
+  cacheGeneration_ = categories.NamesGeneration();
+  return category;
+}
+
+void ItemReader::LinkKeywords(const std::shared_ptr<OutlookItem>& item,
+                              const OutlookItem::Owners& owners, const MapiValue* cell) {
   Categories& categories = *RunTimeError::Require(c_.categories.get());
   // MAPI hands over an error value for an item without categories.
   const bool listed =
@@ -109,9 +125,7 @@ void ItemReader::LinkKeywords(const std::shared_ptr<OutlookItem>& item, const Ma
   }
   auto take = [&](const std::u16string& keyword) {
     if (keyword.empty()) return;
-    std::u16string name = TrimBlanks(keyword);
-    auto category = categories.Add(name, false, u"", -2, -2);
-    item->CategoriesAdd(category);
+    item->CategoriesAdd(CategoryFor(keyword), owners);
     item->SetChanged(false);
   };
   if (cell->kind == MapiValue::Kind::kText) {

@@ -5,8 +5,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
+#include "model/OutlookItem.h"
 #include "session/FolderValidation.h"
 #include "session/IFolderList.h"
 #include "session/StoreCollection.h"
@@ -18,6 +20,7 @@
 namespace t4 {
 
 class Categories;
+class Category;
 class OutlookItems;
 
 // The folder walk of one ReadItems: opens each listed folder, reads its
@@ -84,10 +87,17 @@ class ItemReader {
  private:
   // Links the new item to a category per keyword of `cell`, or to the
   // default category when the item has no keywords.
-  void LinkKeywords(const std::shared_ptr<class OutlookItem>& item, const MapiValue* cell);
+  void LinkKeywords(const std::shared_ptr<OutlookItem>& item, const OutlookItem::Owners& owners,
+                    const MapiValue* cell);
+
+  // The category a keyword names: Categories.Add, looked up once per
+  // distinct keyword while the collection's names stay as they are.
+  std::shared_ptr<Category> CategoryFor(const std::u16string& keyword);
 
   Context c_;
   IFolderList& folders_;
+  std::unordered_map<std::u16string, std::shared_ptr<Category>> keywordCache_;
+  uint64_t cacheGeneration_ = 0;
 };
 
 }  // namespace t4

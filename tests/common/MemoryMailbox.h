@@ -181,6 +181,8 @@ class Table : public IMapiTable {
     auto* p = dynamic_cast<Prop*>(raw.get());
     if (raw && (!p || !p->contents)) throw Error(MemoryMailbox::kInjected, u"not a table");
     item_ = p ? std::static_pointer_cast<Prop>(raw) : nullptr;
+    folder_ = item_ ? &box_->folders.at(item_->folder) : nullptr;
+    store_ = folder_ ? &box_->stores.at(folder_->storeEntryId) : nullptr;
     cursor_ = 0;
   }
   void SetColumns(const std::vector<uint32_t>& tags) override {
@@ -217,11 +219,11 @@ class Table : public IMapiTable {
 
  private:
   const MemFolder& Folder() const {
-    if (!item_) throw Error(MemoryMailbox::kInjected, u"no table");
-    return box_->folders.at(item_->folder);
+    if (!folder_) throw Error(MemoryMailbox::kInjected, u"no table");
+    return *folder_;
   }
   MapiValue Cell(const MemMessage& m, uint32_t tag) const {
-    const MemStore& store = box_->stores.at(Folder().storeEntryId);
+    const MemStore& store = *store_;
     switch (tag) {
       case 0x0FFF0102:
         return MapiValue::Binary(m.entryId);
@@ -242,6 +244,8 @@ class Table : public IMapiTable {
 
   std::shared_ptr<MemoryMailbox> box_;
   std::shared_ptr<Prop> item_;
+  const MemFolder* folder_ = nullptr;
+  const MemStore* store_ = nullptr;
   std::vector<uint32_t> columns_;
   size_t cursor_ = 0;
 };
@@ -319,6 +323,7 @@ class Session : public IMapiSession, public std::enable_shared_from_this<Session
     box_->Call("GetFolderFromID",
                std::string(folder.begin(), folder.end()) +
                    (store.empty() ? "" : "|" + std::string(store.begin(), store.end())));
+    if (box_->folders.count(id) != 0) return std::make_shared<Folder>(box_, id, shared_from_this());
     for (const auto& [key, f] : box_->folders) {
       if (box_->Same(key, id)) return std::make_shared<Folder>(box_, key, shared_from_this());
     }

@@ -347,6 +347,19 @@ TEST_F(ReadItemsTest, SubscriberMayCallBackIntoTheLibrary) {
   EXPECT_EQ(items->Count(), 3);
 }
 
+TEST_F(ReadItemsTest, CategoryRenamedBySubscriberIsNotFoundByItsOldName) {
+  bool renamed = false;
+  progress->inside = [&] {
+    if (!renamed) Cat(u"Business")->SetName(u"Geschäft");
+    renamed = true;
+  };
+  app->ReadItems(List({Data(Plain(1, 3))}));
+  EXPECT_EQ(MemberIds(*Cat(u"Geschäft")), std::vector<int32_t>({1}));
+  ASSERT_TRUE(Cat(u"Business"));
+  EXPECT_FALSE(Cat(u"Business")->InMasterlist());
+  EXPECT_EQ(MemberIds(*Cat(u"Business")), std::vector<int32_t>({2, 3}));
+}
+
 TEST_F(ReadItemsTest, SubscriberMayTerminateTheApplication) {
   progress->inside = [&] { app->Terminate(); };
   app->ReadItems(List({Data(Plain(1, 3))}));
