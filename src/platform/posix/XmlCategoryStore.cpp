@@ -127,35 +127,40 @@ std::u16string XmlCategoryStore::Add(const StoredCategory& category) {
   XmlNodes::SetAttribute(node, kGuid, Utf::ToUtf8(id));
   XmlNodes::AppendIndented(root, node);
   file_.MarkChanged();
+  if (indexed_ && indexGeneration_ == file_.Generation()) byId_.emplace(Key(id), node);
   return id;
 }
 
-void XmlCategoryStore::Update(const StoredCategory& category) {
+xmlNode* XmlCategoryStore::Find(const std::u16string& id) {
   xmlNode* root = file_.Root();
-  const std::u16string key = Key(category.id);
-  for (xmlNode* node = root ? XmlNodes::FirstChild(root, kCategory) : nullptr; node != nullptr;
-       node = XmlNodes::NextSibling(node, kCategory)) {
-    if (Key(Read(node).id) != key) continue;
-    bool changed = Assign(node, kName, Utf::ToUtf8(category.name));
-    changed = AssignNumber(node, kColor, category.color, -1) || changed;
-    changed = AssignNumber(node, kShortCut, category.shortCut, 0) || changed;
-    if (changed) file_.MarkChanged();
-    return;
+  if (!indexed_ || indexGeneration_ != file_.Generation()) {
+    byId_.clear();
+    // Identifiers are unique (the file's check refuses repeats).
+    for (xmlNode* node = root ? XmlNodes::FirstChild(root, kCategory) : nullptr; node != nullptr;
+         node = XmlNodes::NextSibling(node, kCategory)) {
+      byId_.emplace(Key(Read(node).id), node);
+    }
+    indexGeneration_ = file_.Generation();
+    indexed_ = true;
   }
-  throw RunTimeError::Make(RunTimeError::kSubscriptOutOfRange);
+  const auto it = byId_.find(Key(id));
+  if (it == byId_.end()) throw RunTimeError::Make(RunTimeError::kSubscriptOutOfRange);
+  return it->second;
+}
+
+void XmlCategoryStore::Update(const StoredCategory& category) {
+  xmlNode* node = Find(category.id);
+  bool changed = Assign(node, kName, Utf::ToUtf8(category.name));
+  changed = AssignNumber(node, kColor, category.color, -1) || changed;
+  changed = AssignNumber(node, kShortCut, category.shortCut, 0) || changed;
+  if (changed) file_.MarkChanged();
 }
 
 void XmlCategoryStore::Remove(const std::u16string& id) {
-  xmlNode* root = file_.Root();
-  const std::u16string key = Key(id);
-  for (xmlNode* node = root ? XmlNodes::FirstChild(root, kCategory) : nullptr; node != nullptr;
-       node = XmlNodes::NextSibling(node, kCategory)) {
-    if (Key(Read(node).id) != key) continue;
-    XmlNodes::RemoveIndented(node);
-    file_.MarkChanged();
-    return;
-  }
-  throw RunTimeError::Make(RunTimeError::kSubscriptOutOfRange);
+  xmlNode* node = Find(id);
+  byId_.erase(Key(id));
+  XmlNodes::RemoveIndented(node);
+  file_.MarkChanged();
 }
 
 void XmlCategoryStore::Commit() {

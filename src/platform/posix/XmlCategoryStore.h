@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <string>
+#include <unordered_map>
 
 #include "masterlist/ICategoryStore.h"
 #include "platform/posix/XmlDocumentFile.h"
@@ -48,7 +51,15 @@ class XmlCategoryStore : public ICategoryStore {
   void Commit() override;
 
  private:
+  // The category element of an identifier (lower case), built once per
+  // document and kept in step by Add and Remove: a save updates every
+  // category, which must not walk the list each time.
+  _xmlNode* Find(const std::u16string& id);
+
   XmlDocumentFile file_;
+  std::unordered_map<std::u16string, _xmlNode*> byId_;
+  uint64_t indexGeneration_ = 0;
+  bool indexed_ = false;
 };
 
 }  // namespace t4::posix

@@ -10,8 +10,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "platform/posix/XmlShapeCheck.h"
 #include "support/ErrorObject.h"
 #include "support/RunTimeError.h"
 #include "support/Utf.h"
@@ -169,21 +173,23 @@ void KeepDefaultNamespaceInPlace(xmlNode* root, const std::string& bytes) {
   DropNamespace(root, def);
   xmlNewNsProp(root, nullptr, X("xmlns"), def->href);
   xmlFreeNs(def);
+  // Each name's place in the file, looked up through a hash: the sort asks
+  // for it n log n times.
   const std::vector<std::string> order = RootAttributeOrder(bytes);
-  const auto rank = [&](const xmlAttr* attr) {
-    const auto it =
-        std::find(order.begin(), order.end(), reinterpret_cast<const char*>(attr->name));
-    return it - order.begin();
-  };
-  std::vector<xmlAttr*> attrs;
-  for (xmlAttr* attr = root->properties; attr != nullptr; attr = attr->next) attrs.push_back(attr);
-  std::stable_sort(attrs.begin(), attrs.end(),
-                   [&](const xmlAttr* a, const xmlAttr* b) { return rank(a) < rank(b); });
-  for (size_t k = 0; k < attrs.size(); ++k) {
-    attrs[k]->prev = k > 0 ? attrs[k - 1] : nullptr;
-    attrs[k]->next = k + 1 < attrs.size() ? attrs[k + 1] : nullptr;
+  std::unordered_map<std::string_view, size_t> place;
+  for (size_t k = 0; k < order.size(); ++k) place.emplace(order[k], k);
+  std::vector<std::pair<size_t, xmlAttr*>> attrs;
+  for (xmlAttr* attr = root->properties; attr != nullptr; attr = attr->next) {
+    const auto it = place.find(reinterpret_cast<const char*>(attr->name));
+    attrs.emplace_back(it == place.end() ? order.size() : it->second, attr);
   }
-  root->properties = attrs.front();
+  std::stable_sort(attrs.begin(), attrs.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (size_t k = 0; k < attrs.size(); ++k) {
+    attrs[k].second->prev = k > 0 ? attrs[k - 1].second : nullptr;
+    attrs[k].second->next = k + 1 < attrs.size() ? attrs[k + 1].second : nullptr;
+  }
+  root->properties = attrs.front().second;
 }
 
 // Stops the parser at a document type declaration, before any entity in
@@ -248,6 +254,7 @@ xmlNode* XmlDocumentFile::RootForChange(const std::function<void(xmlNode* root)>
   xmlDocSetRootElement(doc.get(), root);
   if (decorate) decorate(root);
   doc_ = std::move(doc);
+  ++generation_;
   byteOrderMark_ = false;
   declaredEncoding_ = false;
   return root;
@@ -257,6 +264,7 @@ void XmlDocumentFile::Load(const Stamp& stamp) {
   std::string bytes;
   if (!stamp.exists || !ReadBytes(path_, bytes)) {
     doc_.reset();
+    ++generation_;
     byteOrderMark_ = false;
     declaredEncoding_ = false;
     stamp_ = Stamp{};
@@ -264,6 +272,8 @@ void XmlDocumentFile::Load(const Stamp& stamp) {
     changed_ = false;
     return;
   }
+  const std::string shape = XmlShapeCheck::Check(bytes);
+  if (!shape.empty()) Malformed(shape);
   std::unique_ptr<xmlParserCtxt, void (*)(xmlParserCtxt*)> parser(xmlNewParserCtxt(),
                                                                   xmlFreeParserCtxt);
   if (!parser) throw RunTimeError::Make(RunTimeError::kOutOfMemory);
@@ -293,6 +303,7 @@ void XmlDocumentFile::Load(const Stamp& stamp) {
   }
   KeepDefaultNamespaceInPlace(root, bytes);
   doc_ = std::move(doc);
+  ++generation_;
   byteOrderMark_ = StartsWith(bytes, "\xEF\xBB\xBF", 3);
   declaredEncoding_ = doc_->encoding != nullptr || LooksLikeUtf16(bytes);
   // The stamp is the one taken before reading: a change between stat and

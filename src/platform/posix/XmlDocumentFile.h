@@ -2,6 +2,8 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
+
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -27,9 +29,10 @@ namespace t4::posix {
 // type declaration is refused altogether (neither Outlook nor we write
 // one). A file that is not well-formed, has another root element or fails
 // the owner's check raises cmFileTypeNotSupported with the file name and the
-// reason on a second line; the file is left alone and the document held
-// before stays. A file that cannot be read raises 70 (permission denied)
-// or 75 (path/file access error).
+// reason on a second line (so does a start tag with more attributes than
+// XmlShapeCheck allows, refused before the parser sees the file); the file is left alone and the
+// document held before stays. A file that cannot be read raises 70 (permission denied) or 75
+// (path/file access error).
 //
 // Writing: always UTF-8, into a temporary file in the same folder that is
 // then renamed over the file (so a reader sees the old or the new file,
@@ -61,6 +64,9 @@ class XmlDocumentFile {
   // Marks the document as changed: it is no longer replaced by the disk.
   void MarkChanged() { changed_ = true; }
   bool Changed() const { return changed_; }
+  // Grows whenever the document is replaced (read again, or started
+  // afresh): nodes an owner kept from before belong to a freed tree.
+  uint64_t Generation() const { return generation_; }
   // Writes the document (when there is one) and clears the changed mark.
   void Write();
 
@@ -92,6 +98,7 @@ class XmlDocumentFile {
   bool byteOrderMark_ = false;
   bool declaredEncoding_ = false;
   Stamp stamp_;
+  uint64_t generation_ = 0;
 };
 
 }  // namespace t4::posix

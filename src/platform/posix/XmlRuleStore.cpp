@@ -28,22 +28,30 @@ std::vector<xmlNode*> CategoryElements(xmlNode* list) {
 
 XmlRuleStore::XmlRuleStore(std::filesystem::path path) : file_(std::move(path), "rules", nullptr) {}
 
-int32_t XmlRuleStore::Count() {
+const std::vector<xmlNode*>& XmlRuleStore::Rules() {
   xmlNode* root = file_.Root();
-  int32_t count = 0;
-  for (xmlNode* node = root ? XmlNodes::FirstChild(root, kRule) : nullptr; node != nullptr;
-       node = XmlNodes::NextSibling(node, kRule)) {
-    ++count;
+  if (!rulesKnown_ || rulesGeneration_ != file_.Generation()) {
+    rules_.clear();
+    for (xmlNode* node = root ? XmlNodes::FirstChild(root, kRule) : nullptr; node != nullptr;
+         node = XmlNodes::NextSibling(node, kRule)) {
+      rules_.push_back(node);
+    }
+    rulesGeneration_ = file_.Generation();
+    rulesKnown_ = true;
   }
-  return count;
+  return rules_;
+}
+
+int32_t XmlRuleStore::Count() {
+  return static_cast<int32_t>(Rules().size());
 }
 
 xmlNode* XmlRuleStore::Rule(int32_t index) {
-  xmlNode* root = file_.Root();
-  xmlNode* node = root && index >= 0 ? XmlNodes::FirstChild(root, kRule) : nullptr;
-  for (int32_t i = 0; node != nullptr && i < index; ++i) node = XmlNodes::NextSibling(node, kRule);
-  if (node == nullptr) throw RunTimeError::Make(RunTimeError::kSubscriptOutOfRange);
-  return node;
+  const std::vector<xmlNode*>& rules = Rules();
+  if (index < 0 || static_cast<size_t>(index) >= rules.size()) {
+    throw RunTimeError::Make(RunTimeError::kSubscriptOutOfRange);
+  }
+  return rules[static_cast<size_t>(index)];
 }
 
 std::vector<std::u16string> XmlRuleStore::Categories(int32_t index, bool assign) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <vector>
 
 #include "masterlist/IRuleStore.h"
 #include "platform/posix/XmlDocumentFile.h"
@@ -41,9 +43,15 @@ class XmlRuleStore : public IRuleStore {
   void Save() override;
 
  private:
+  // The rule elements in file order, walked once per document: hosts ask
+  // for the rules one index after the other.
+  const std::vector<_xmlNode*>& Rules();
   _xmlNode* Rule(int32_t index);
 
   XmlDocumentFile file_;
+  std::vector<_xmlNode*> rules_;
+  uint64_t rulesGeneration_ = 0;
+  bool rulesKnown_ = false;
 };
 
 }  // namespace t4::posix

@@ -457,5 +457,53 @@ TEST(RandomGuid, Version4InBracesUpperCase) {
   EXPECT_EQ(seen.size(), 200u);
 }
 
+TEST_F(XmlCategoryStoreTest, LargeListReadsBackExactlyAndUpdatesEveryCategory) {
+  constexpr int kMany = 100000;
+  std::string text = "<categories default=\"\" xmlns=\"CategoryList.xsd\">\n";
+  for (int i = 0; i < kMany; ++i) {
+    text += "  <category name=\"K" + std::to_string(i) + "\" color=\"" + std::to_string(i % 25) +
+            "\" guid=\"{G" + std::to_string(i) + "}\"/>\n";
+  }
+  WriteList(text + "</categories>\n");
+  XmlCategoryStore store = Store();
+  const auto list = store.List();
+  ASSERT_EQ(list.size(), static_cast<size_t>(kMany));
+  for (int i = 0; i < kMany; i += 991) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(list[static_cast<size_t>(i)].name, U("K" + std::to_string(i)));
+    EXPECT_EQ(list[static_cast<size_t>(i)].color, i % 25);
+    EXPECT_EQ(list[static_cast<size_t>(i)].id, U("{G" + std::to_string(i) + "}"));
+  }
+  // A save touches every category; each is found through the index.
+  for (auto category : list) {
+    category.name += u"!";
+    store.Update(category);
+  }
+  store.Remove(u"{g5}");
+  EXPECT_THROW(store.Remove(u"{G5}"), Error);
+  const std::u16string added = store.Add({u"", u"Neu", 3, 0});
+  store.Update({added, u"Neu!", 3, 0});
+  store.Commit();
+  const auto back = Store().List();
+  ASSERT_EQ(back.size(), static_cast<size_t>(kMany));
+  EXPECT_EQ(back[4].name, u"K4!");
+  EXPECT_EQ(back[5].name, u"K6!");
+  EXPECT_EQ(back.back().name, u"Neu!");
+}
+
+TEST_F(XmlCategoryStoreTest, RootWithThousandsOfAttributesIsRefused) {
+  std::string attributes;
+  for (int i = 0; i < 8000; ++i) attributes += " xmlns:p" + std::to_string(i) + "=\"u\"";
+  const std::string text = "<categories" + attributes + " xmlns=\"CategoryList.xsd\"/>";
+  WriteList(text);
+  try {
+    Store().List();
+    FAIL() << "no error";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.Number(), cmFileTypeNotSupported);
+  }
+  EXPECT_EQ(FileText(), text);
+}
+
 }  // namespace
 }  // namespace t4

@@ -169,5 +169,47 @@ TEST_F(XmlRuleStoreTest, SaveReplacesTheFileWhole) {
   EXPECT_EQ(Store().Categories(1, false), (Names{u"Familie"}));
 }
 
+TEST_F(XmlRuleStoreTest, LargeFileReadsBackExactlyAndFollowsAChangeOnDisk) {
+  constexpr int kMany = 100000;
+  std::string text = "<rules>\n";
+  for (int i = 0; i < kMany; ++i) {
+    text += "  <rule><condition><category>C" + std::to_string(i) +
+            "</category></condition><assign><category>A" + std::to_string(i) +
+            "</category><category>B</category></assign></rule>\n";
+  }
+  WriteRules(text + "</rules>\n");
+  XmlRuleStore store = Store();
+  ASSERT_EQ(store.Count(), kMany);
+  for (int i = 0; i < kMany; i += 997) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(store.Categories(i, false), (Names{u"C" + Utf::FromUtf8(std::to_string(i))}));
+    EXPECT_EQ(store.Categories(i, true), (Names{u"A" + Utf::FromUtf8(std::to_string(i)), u"B"}));
+  }
+  EXPECT_EQ(store.Categories(kMany - 1, false), (Names{u"C99999"}));
+  EXPECT_THROW(store.Categories(kMany, false), Error);
+  // The positions follow the file when it changes on disk.
+  WriteRules(kRules);
+  EXPECT_EQ(store.Count(), 2);
+  EXPECT_EQ(store.Categories(1, false), (Names{u"Privat"}));
+}
+
+TEST_F(XmlRuleStoreTest, ElementWithTooManyAttributesIsRefusedAndTheFileKept) {
+  std::string attributes;
+  for (int i = 0; i < 5000; ++i) attributes += " a" + std::to_string(i) + "=\"x\"";
+  const std::string text = "<rules>\n  <rule" + attributes + "/>\n</rules>\n";
+  WriteRules(text);
+  XmlRuleStore store = Store();
+  try {
+    store.Count();
+    FAIL() << "no error";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.Number(), cmFileTypeNotSupported);
+    EXPECT_NE(Utf::ToUtf8(e.Description()).find("line 2: an element with more than 256 attributes"),
+              std::string::npos)
+        << Utf::ToUtf8(e.Description());
+  }
+  EXPECT_EQ(FileText(), text);
+}
+
 }  // namespace
 }  // namespace t4
