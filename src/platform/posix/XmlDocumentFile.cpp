@@ -262,6 +262,10 @@ xmlNode* XmlDocumentFile::RootForChange(const std::function<void(xmlNode* root)>
 
 void XmlDocumentFile::Load(const Stamp& stamp) {
   std::string bytes;
+  // Refused before it is read: the size alone says it is none of ours.
+  if (stamp.exists && static_cast<uint64_t>(stamp.size) > XmlShapeCheck::kMaxBytes) {
+    Malformed(XmlShapeCheck::TooLarge());
+  }
   if (!stamp.exists || !ReadBytes(path_, bytes)) {
     doc_.reset();
     ++generation_;
@@ -279,7 +283,7 @@ void XmlDocumentFile::Load(const Stamp& stamp) {
   if (!parser) throw RunTimeError::Make(RunTimeError::kOutOfMemory);
   // No XML_PARSE_NOENT (entities stay references), no DTD loading, no
   // network; messages are not printed but kept for the error text.
-  const int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+  const int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_COMPACT;
   parser->sax->internalSubset = RefuseDocumentType;
   Document doc(xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()),
                                  path_.c_str(), nullptr, options));

@@ -51,7 +51,12 @@ class Units {
 
 }  // namespace
 
+std::string XmlShapeCheck::TooLarge() {
+  return "larger than " + std::to_string(kMaxBytes >> 20) + " MiB";
+}
+
 std::string XmlShapeCheck::Check(std::string_view bytes) {
+  if (bytes.size() > kMaxBytes) return TooLarge();
   const Units u(bytes);
   const size_t n = u.size();
   size_t line = 1;

@@ -21,9 +21,17 @@ class XmlShapeCheck {
   // rules file could ever carry (they use at most a handful), with a wide
   // margin for elements of other programs kept in the files.
   static constexpr size_t kMaxAttributes = 256;
+  // The largest file read at all. A parsed document takes up to 30 times
+  // its file in memory (an attribute of a few bytes becomes two tree nodes
+  // of some hundred bytes); Outlook's list of 100,000 categories is about
+  // 10 MiB, so this leaves room and keeps a reader below 2 GiB.
+  static constexpr size_t kMaxBytes = size_t{64} << 20;
 
   // Empty when the file may be parsed, otherwise why not ("line N: ...").
+  // A file larger than kMaxBytes is refused without being looked at.
   static std::string Check(std::string_view bytes);
+  // The reason given for a file larger than kMaxBytes.
+  static std::string TooLarge();
 };
 
 }  // namespace t4::posix

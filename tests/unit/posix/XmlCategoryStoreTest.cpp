@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <functional>
 #include <regex>
@@ -7,6 +8,7 @@
 
 #include "platform/posix/RandomGuid.h"
 #include "platform/posix/XmlCategoryStore.h"
+#include "platform/posix/XmlShapeCheck.h"
 #include "posix/XmlTestFiles.h"
 #include "support/ErrorObject.h"
 #include "support/RunTimeError.h"
@@ -503,6 +505,21 @@ TEST_F(XmlCategoryStoreTest, RootWithThousandsOfAttributesIsRefused) {
     EXPECT_EQ(e.Number(), cmFileTypeNotSupported);
   }
   EXPECT_EQ(FileText(), text);
+}
+
+TEST_F(XmlCategoryStoreTest, FileLargerThanAnyListIsRefusedUnread) {
+  WriteList(kOutlookList);
+  XmlCategoryStore store = Store();
+  ASSERT_EQ(store.List().size(), 3u);
+  // A sparse file: its size alone refuses it.
+  ASSERT_EQ(::truncate(Path().c_str(), static_cast<off_t>(posix::XmlShapeCheck::kMaxBytes + 1)), 0);
+  try {
+    store.List();
+    FAIL() << "no error";
+  } catch (const Error& e) {
+    EXPECT_EQ(e.Number(), cmFileTypeNotSupported);
+    EXPECT_NE(Utf::ToUtf8(e.Description()).find("larger than 64 MiB"), std::string::npos);
+  }
 }
 
 }  // namespace
