@@ -1,0 +1,32 @@
+// The decoders of master-list values read from the registry: the binary
+// value of Outlook 2002/2003, the hexadecimal text of an exported one, and
+// the name list split into fields. Any input decodes, or the hexadecimal
+// text is refused with the library's error.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "masterlist/Masterlist03.h"
+#include "masterlist/MasterlistBinary.h"
+#include "masterlist/MasterlistHandler.h"
+#include "support/Error.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::vector<uint8_t> bytes(data, data + size);
+  const std::u16string text = t4::MasterlistBinary::Decode(bytes);
+  t4::MasterlistHandler::Split(text);
+  std::u16string units(size / 2, u'\0');
+  for (size_t i = 0; i + 1 < size; i += 2) {
+    units[i / 2] = static_cast<char16_t>(data[i] | data[i + 1] << 8);
+  }
+  try {
+    t4::Masterlist03::ConvertFromHex(units);
+  } catch (const t4::Error&) {
+    // Text that is no byte list: the library's own error.
+  }
+  for (const auto& field : t4::MasterlistHandler::Split(units)) {
+    t4::MasterlistHandler::FieldNumber(field);
+  }
+  return 0;
+}
