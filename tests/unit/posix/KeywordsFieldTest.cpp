@@ -69,7 +69,9 @@ TEST(KeywordsField, NamesRoundTrip) {
     size_t start = 0;
     for (size_t nl = message.find('\n'); nl != std::string::npos;
          start = nl + 1, nl = message.find('\n', start)) {
-      if (names.front().size() < 100) EXPECT_LE(nl - start, 78u) << message;
+      if (names.front().size() < 100) {
+        EXPECT_LE(nl - start, 78u) << message;
+      }
     }
   }
 }

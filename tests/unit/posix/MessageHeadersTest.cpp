@@ -116,7 +116,9 @@ TEST(MessageHeaders, HostileFilesReadWithinBounds) {
       {"garbage", "\x01\x02\x03 not a header at all"},
       {"nul bytes", std::string("Keywords: a\0b, c\n\0\n\n", 20)},
       {"invalid utf-8", "Keywords: \xFF\xFE\xC3, \xC3\x28\nSubject: \xE2\x82\n\n"},
-      {"broken encoded words", "Keywords: =?UTF-8?B?!!!?=, =?x?q?=ZZ?=, =?UTF-8?Q?, =??=\n\n"},
+      {"broken encoded words",
+       "Keywords: =?UTF-8?B?!!!?=, =?x?q?=ZZ?=, =?UTF-8?Q?, =?"
+       "?=\n\n"},
       {"10 MiB header", hugeHeader},
       {"100,000 keywords", manyKeywords},
       {"deep multipart",
