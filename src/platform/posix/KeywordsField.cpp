@@ -74,9 +74,11 @@ bool KeywordsField::NeedsEncoding(std::string_view name) {
 
 std::string_view KeywordsField::LineEndOf(std::string_view message) {
   const size_t newline = message.find('\n');
-  if (newline != std::string_view::npos && newline > 0 && message[newline - 1] == '\r')
-    return "\r\n";
-  return "\n";
+  if (newline != std::string_view::npos) {
+    return newline > 0 && message[newline - 1] == '\r' ? "\r\n" : "\n";
+  }
+  // One line without its end: a CR there is the start of a CR LF.
+  return !message.empty() && message.back() == '\r' ? "\r\n" : "\n";
 }
 
 std::string KeywordsField::Format(const std::vector<std::string>& names, std::string_view lineEnd) {
@@ -146,9 +148,19 @@ std::string KeywordsField::Replace(std::string_view message,
     pos = end;
   }
   if (!placed && !field.empty()) {
-    // A last field without its line end gets one, so ours starts a line.
-    if (!out.empty() && out.back() != '\n') out.append(lineEnd);
-    out += field;
+    const size_t lastNewline = out.rfind('\n');
+    const std::string_view tail =
+        std::string_view(out).substr(lastNewline == std::string::npos ? 0 : lastNewline + 1);
+    if (tail == "\r") {
+      // A lone CR at the end would become an empty line (the end of the
+      // header) once completed; our field goes in front of it instead.
+      out.insert(out.size() - 1, field);
+    } else {
+      // A last field without its line end gets one, so ours starts a line;
+      // a CR already there only needs its LF.
+      if (!tail.empty()) out.append(tail.back() == '\r' ? "\n" : lineEnd);
+      out += field;
+    }
   }
   out.append(message.substr(fieldsEnd));
   return out;

@@ -105,10 +105,14 @@ TEST(KeywordsField, ReplaceAddsReplacesAndRemoves) {
       {"no body", "Subject: s", {"a"}, "Subject: s\nKeywords: a\n"},
       {"no header", "\nbody\n", {"a"}, "Keywords: a\n\nbody\n"},
       {"blank before the colon", "Keywords : a\n\n", {"b"}, "Keywords: b\n\n"},
+      {"lone CR", "\r", {"a"}, "Keywords: a\r\n\r"},
+      {"last line ends in CR", "Subject: s\r", {"a"}, "Subject: s\r\nKeywords: a\r\n"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
-    EXPECT_EQ(KeywordsField::Replace(c.before, c.names), c.after);
+    const std::string once = KeywordsField::Replace(c.before, c.names);
+    EXPECT_EQ(once, c.after);
+    EXPECT_EQ(KeywordsField::Replace(once, c.names), once);
   }
 }
 
