@@ -61,12 +61,16 @@ std::string Trim(const std::string& text) {
 }  // namespace
 
 MaildirMessage::MaildirMessage(std::shared_ptr<MaildirStore> store, std::string folderName,
-                               std::string unique)
-    : store_(std::move(store)), folderName_(std::move(folderName)), unique_(std::move(unique)) {}
+                               std::string unique, std::filesystem::path path)
+    : store_(std::move(store)),
+      folderName_(std::move(folderName)),
+      unique_(std::move(unique)),
+      path_(std::move(path)) {}
 
 std::filesystem::path MaildirMessage::CurrentPath() const {
   MaildirStore::MessageFile file;
-  return store_->Locate(folderName_, unique_, file) ? file.path : std::filesystem::path();
+  path_ = store_->Locate(folderName_, unique_, file, path_) ? file.path : std::filesystem::path();
+  return path_;
 }
 
 std::string MaildirMessage::EntryIdBytes() const {

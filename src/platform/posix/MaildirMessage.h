@@ -25,7 +25,9 @@ class MaildirStore;
 // written; a lock that stays taken raises 70.
 class MaildirMessage : public IMapiMessage {
  public:
-  MaildirMessage(std::shared_ptr<MaildirStore> store, std::string folderName, std::string unique);
+  // `path` is where the file is now, a hint that is checked before use.
+  MaildirMessage(std::shared_ptr<MaildirStore> store, std::string folderName, std::string unique,
+                 std::filesystem::path path = {});
 
   std::u16string Categories() override;
   void SetCategories(const std::u16string& categories) override;
@@ -41,6 +43,8 @@ class MaildirMessage : public IMapiMessage {
   std::shared_ptr<MaildirStore> store_;
   std::string folderName_;
   std::string unique_;
+  // Where the file was last found (mutable: finding it again updates it).
+  mutable std::filesystem::path path_;
   std::optional<std::u16string> pending_;
 };
 

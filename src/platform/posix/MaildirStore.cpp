@@ -92,15 +92,19 @@ std::shared_ptr<IMapiMessage> MaildirStore::GetMessageFromID(const std::u16strin
   auto found = keys.find(parts.message);
   if (found == keys.end()) {
     keys.clear();
-    for (const MessageFile& file : ListMessages(folderName)) {
-      keys.emplace(MaildirEntryId::MessageKey(file.unique), file.unique);
+    for (MessageFile& file : ListMessages(folderName)) {
+      const MaildirEntryId::Key key = MaildirEntryId::MessageKey(file.unique);
+      keys.emplace(key, std::move(file));
     }
     found = keys.find(parts.message);
     if (found == keys.end()) ErrorObject::RaiseCode(cmItemNotFound);
   }
   MessageFile file;
-  if (!Locate(folderName, found->second, file)) ErrorObject::RaiseCode(cmItemNotFound);
-  return std::make_shared<MaildirMessage>(shared_from_this(), folderName, found->second);
+  if (!Locate(folderName, found->second.unique, file, found->second.path)) {
+    ErrorObject::RaiseCode(cmItemNotFound);
+  }
+  found->second = file;
+  return std::make_shared<MaildirMessage>(shared_from_this(), folderName, file.unique, file.path);
 }
 
 std::shared_ptr<IMapiFolder> MaildirStore::GetDefaultFolder(int32_t folderType) {
@@ -201,16 +205,18 @@ std::vector<MaildirStore::MessageFile> MaildirStore::ListMessages(
 }
 
 bool MaildirStore::Locate(const std::string& folderName, const std::string& unique,
-                          MessageFile& out) const {
+                          MessageFile& out, const std::filesystem::path& hint) const {
   if (folderName == kRootName) return false;
   const std::filesystem::path folder = FolderDir(folderName);
-  // A message that was never seen by a mail program is in new/ under its
-  // plain unique name; try that before listing cur/.
-  const std::filesystem::path fresh = folder / "new" / unique;
+  // Where it was last seen, then where a message no mail program has seen
+  // yet lies (new/ under its plain unique name); only then list cur/.
   struct stat info {};
-  if (::stat(fresh.c_str(), &info) == 0 && S_ISREG(info.st_mode)) {
-    out = {unique, fresh};
-    return true;
+  for (const std::filesystem::path& guess : {hint, folder / "new" / unique}) {
+    if (guess.empty() || UniqueName(guess.filename().string()) != unique) continue;
+    if (::stat(guess.c_str(), &info) == 0 && S_ISREG(info.st_mode)) {
+      out = {unique, guess};
+      return true;
+    }
   }
   std::vector<MessageFile> files;
   AddFiles(folder / "cur", files);

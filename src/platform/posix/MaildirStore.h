@@ -77,8 +77,10 @@ class MaildirStore : public IMapiStore, public std::enable_shared_from_this<Mail
 
   // The messages of cur/ and new/, sorted by unique name.
   std::vector<MessageFile> ListMessages(const std::string& folderName) const;
-  // The message with this unique name, wherever its flags moved it.
-  bool Locate(const std::string& folderName, const std::string& unique, MessageFile& out) const;
+  // The message with this unique name, wherever its flags moved it;
+  // `hint` (a path it had) is tried first.
+  bool Locate(const std::string& folderName, const std::string& unique, MessageFile& out,
+              const std::filesystem::path& hint = {}) const;
   // The file name up to the info separator ':'.
   static std::string UniqueName(const std::string& fileName);
 
@@ -93,8 +95,9 @@ class MaildirStore : public IMapiStore, public std::enable_shared_from_this<Mail
   std::u16string displayName_;
   bool hasKeywords_ = false;
   std::string junk_;
-  // Message keys to unique names, per folder; rebuilt when a key is missed.
-  std::map<std::string, std::map<MaildirEntryId::Key, std::string>> index_;
+  // Message keys to the files last seen, per folder; rebuilt when a key
+  // is missed.
+  std::map<std::string, std::map<MaildirEntryId::Key, MessageFile>> index_;
 };
 
 }  // namespace t4::posix
