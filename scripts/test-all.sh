@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Sets up a fresh Debian machine and runs every test of Tandrel4:
-#   1. native build (gcc, AddressSanitizer + UndefinedBehaviorSanitizer), unit tests
+#   1. native build (gcc, AddressSanitizer + UndefinedBehaviorSanitizer), unit tests,
+#      then the libFuzzer targets (clang) for a bounded time, one test each
 #   2. Windows builds (x86_64 and i686 mingw-w64)
 #   3. the x86_64 DLL under Wine: registration, VBScript, JScript, C++ conformance
 #   4. the i686 DLL under 32-bit Wine where the machine has it
@@ -79,6 +80,10 @@ run_windows() {  # run_windows ARCH BUILD_DIR
   run_counted "Windows unit tests ($1) under Wine" wine-unit bash scripts/run-unit-tests-wine.sh "$2"
   run_counted "Tandrel4.dll ($1) under Wine" wine bash tests/wine/run-wine-tests.sh "$2"
 }
+
+# 1b. The fuzz targets, FUZZ_SECONDS (default 30) each; a target counts as
+# one test, failed when it finds a crash, leak, timeout or sanitizer report.
+run_counted "fuzz targets (libFuzzer, address + undefined sanitizers)" fuzz bash scripts/run-fuzz.sh
 
 [ "$have64" = 1 ] && run_windows x86_64 build/mingw64
 

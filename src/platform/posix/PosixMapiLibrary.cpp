@@ -1,5 +1,9 @@
 #include "platform/posix/PosixMapiLibrary.h"
 
+#include "platform/posix/MaildirSession.h"
+#include "platform/posix/MaildirTable.h"
+#include "platform/posix/MaildirUtils.h"
+#include "platform/posix/Profile.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
 
@@ -7,37 +11,22 @@ namespace t4 {
 
 namespace posix {
 
-namespace {
-
-class ProfileSession : public IMapiSession {
- public:
-  void Logon() override { loggedOn_ = true; }
-  void Logoff() override { loggedOn_ = false; }
-  std::shared_ptr<IMapiFolder> GetFolderFromID(const std::u16string&,
-                                               const std::u16string&) override {
-    throw RunTimeError::Make(RunTimeError::kCantCreateObject);
-  }
-  std::shared_ptr<IMapiStore> GetStoreFromID(const std::u16string&) override {
-    throw RunTimeError::Make(RunTimeError::kCantCreateObject);
-  }
-  bool CompareEntryIDs(const std::u16string& a, const std::u16string& b) override { return a == b; }
-
- private:
-  bool loggedOn_ = false;
-};
-
-}  // namespace
-
 std::shared_ptr<IMapiSession> PosixMapiLibrary::CreateSession() {
-  return std::make_shared<ProfileSession>();
+  return std::make_shared<MaildirSession>(profileDir_.empty() ? Profile::DefaultDir()
+                                                              : profileDir_);
 }
 
-std::shared_ptr<IMapiUtils> PosixMapiLibrary::CreateUtils(const std::u16string&) {
-  throw RunTimeError::Make(RunTimeError::kCantCreateObject);
+std::shared_ptr<IMapiUtils> PosixMapiLibrary::CreateUtils(const std::u16string& classWord) {
+  std::u16string lower = classWord;
+  for (char16_t& c : lower) {
+    if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c - u'A' + u'a');
+  }
+  if (lower != u"sfutils") throw RunTimeError::Make(RunTimeError::kCantCreateObject);
+  return std::make_shared<MaildirUtils>();
 }
 
 std::shared_ptr<IMapiTable> PosixMapiLibrary::CreateTable() {
-  throw RunTimeError::Make(RunTimeError::kCantCreateObject);
+  return std::make_shared<MaildirTable>();
 }
 
 }  // namespace posix

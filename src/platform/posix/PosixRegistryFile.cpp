@@ -1,7 +1,6 @@
 #include "platform/posix/PosixRegistryFile.h"
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <sys/stat.h>
@@ -11,10 +10,13 @@
 #include <system_error>
 #include <utility>
 
+#include <filesystem>
 #include <vector>
-#include "support/Ports.h"
 
+#include "platform/posix/ProfileLock.h"
 #include "platform/posix/RegistryScript.h"
+#include "platform/posix/XmlRulesLibrary.h"
+#include "support/Ports.h"
 #include "support/RunTimeError.h"
 #include "support/Utf.h"
 
@@ -78,23 +80,11 @@ PosixRegistryFile::PosixRegistryFile(std::string path) : path_(std::move(path)) 
 std::string PosixRegistryFile::DefaultPath() {
   const char* file = std::getenv("TANDREL4_REGISTRY_FILE");
   if (file != nullptr && *file != '\0') return file;
-  std::string base;
-  const char* config = std::getenv("XDG_CONFIG_HOME");
-  // XDG variables must hold absolute paths; anything else is ignored.
-  if (config != nullptr && config[0] == '/') {
-    base = config;
-  } else {
-    const char* home = std::getenv("HOME");
-    if (home == nullptr || *home == '\0') {
-      const struct passwd* user = ::getpwuid(::getuid());
-      home = user != nullptr ? user->pw_dir : "";
-    }
-    base = home;
-    while (!base.empty() && base.back() == '/') base.pop_back();
-    base += "/.config";
-  }
-  while (base.size() > 1 && base.back() == '/') base.pop_back();
-  return base + "/Tandrel4/registry.reg";
+  // The registry is part of the user's mail profile, next to its category
+  // list and stores.
+  const std::filesystem::path profile = posix::XmlRulesLibrary::DefaultProfileDir();
+  if (profile.empty()) return {};
+  return (profile / "registry.reg").lexically_normal().string();
 }
 
 std::optional<RegistryData> PosixRegistryFile::ReadValue(const std::u16string& key,
@@ -106,6 +96,9 @@ std::optional<RegistryData> PosixRegistryFile::ReadValue(const std::u16string& k
 
 void PosixRegistryFile::WriteValue(const std::u16string& key, const std::u16string& name,
                                    const RegistryData& data) {
+  // Read, change and replace under the profile's lock, so two writers do
+  // not lose each other's values.
+  const posix::ProfileLock lock(Folder());
   const std::optional<std::string> bytes = Load();
   const RegistryScript script =
       bytes ? RegistryScript::Parse(*bytes, path_) : RegistryScript::Empty();
@@ -115,11 +108,17 @@ void PosixRegistryFile::WriteValue(const std::u16string& key, const std::u16stri
 }
 
 void PosixRegistryFile::DeleteValue(const std::u16string& key, const std::u16string& name) {
+  const posix::ProfileLock lock(Folder());
   const std::optional<std::string> bytes = Load();
   if (!bytes) return;
   const std::optional<std::string> changed =
       RegistryScript::Parse(*bytes, path_).WithoutValue(key, name);
   if (changed) Store(*changed);
+}
+
+std::string PosixRegistryFile::Folder() const {
+  const size_t slash = path_.rfind('/');
+  return slash == std::string::npos ? "." : (slash == 0 ? "/" : path_.substr(0, slash));
 }
 
 std::optional<std::string> PosixRegistryFile::Load() const {

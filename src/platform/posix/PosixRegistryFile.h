@@ -14,14 +14,16 @@ namespace t4 {
 // once (a temporary file in the same folder, flushed to disk, renamed over
 // the old one) and leaves every line but the value's own as it was. A file
 // that cannot be parsed is never written; its calls raise run-time error 321.
+// Writes hold the folder's ProfileLock from reading to replacing; a lock
+// that stays taken raises 70 and nothing is written.
 // Files that cannot be read or written raise 70 (permission denied), 61
 // (disk full) or 75 (path/file access error) with the system's reason.
 class PosixRegistryFile : public IRegistryAccess {
  public:
   explicit PosixRegistryFile(std::string path);
 
-  // $TANDREL4_REGISTRY_FILE when set, else
-  // <$XDG_CONFIG_HOME, or ~/.config>/Tandrel4/registry.reg.
+  // $TANDREL4_REGISTRY_FILE when set, else registry.reg in the mail profile
+  // folder (XmlRulesLibrary::DefaultProfileDir); empty when there is none.
   static std::string DefaultPath();
   const std::string& Path() const { return path_; }
 
@@ -32,6 +34,8 @@ class PosixRegistryFile : public IRegistryAccess {
   void DeleteValue(const std::u16string& key, const std::u16string& name) override;
 
  private:
+  // The folder of the file; its `.lock` serialises the writers.
+  std::string Folder() const;
   // The file's bytes, or nothing when there is no file.
   std::optional<std::string> Load() const;
   // Puts `bytes` in place of the file, creating missing folders.

@@ -10,11 +10,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "platform/posix/ProfileLock.h"
 #include "platform/posix/XmlShapeCheck.h"
 #include "support/ErrorObject.h"
 #include "support/RunTimeError.h"
@@ -352,7 +354,19 @@ std::string XmlDocumentFile::Serialize() const {
 
 void XmlDocumentFile::Write() {
   if (doc_) {
-    WriteAtomically(path_, Serialize());
+    const std::string bytes = Serialize();
+    // The list and the rules belong to the profile whose writers share one
+    // lock; without it nothing is written.
+    std::optional<ProfileLock> lock;
+    try {
+      lock.emplace(path_.has_parent_path() ? path_.parent_path() : std::filesystem::path("."));
+    } catch (const Error& e) {
+      // Only a lock held by another writer is reported as such; a folder
+      // where not even the lock file can be made fails like the write.
+      if (e.LastDllError() != EWOULDBLOCK) ErrorObject::RaiseCode(cmCreateFile, {PathText(path_)});
+      throw;
+    }
+    WriteAtomically(path_, bytes);
     stamp_ = StampOfFile();
     loaded_ = true;
   }

@@ -43,7 +43,9 @@ namespace t4::posix {
 // of all attributes; the root's default namespace is therefore held as a
 // plain attribute and written back where the file had it (neither store
 // works with namespaces). A failed write raises cmCreateFile with the file
-// name and leaves no temporary file behind.
+// name and leaves no temporary file behind. The write holds the folder's
+// ProfileLock; when another writer keeps it past the timeout, run-time error
+// 70 is raised and the file stays as it was.
 class XmlDocumentFile {
  public:
   // Empty when the root is acceptable, otherwise why it is not.

@@ -46,6 +46,8 @@ std::string ReadBytes(const std::string& path) {
 std::vector<std::string> FolderEntries(const std::string& folder) {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    // The writers' lock file stays; it is no leftover of a write.
+    if (entry.path().filename() == ".lock") continue;
     names.push_back(entry.path().filename().string());
   }
   return names;
@@ -617,27 +619,19 @@ TEST(PosixRegistryFile, AFolderInsteadOfTheFileIsAnError) {
 
 TEST(PosixRegistryFile, DefaultPath) {
   test::TempConfigDirs dirs;
-  const char* oldFile = getenv("TANDREL4_REGISTRY_FILE");
-  const std::string savedFile = oldFile != nullptr ? oldFile : "";
-  const char* oldHome = getenv("HOME");
-  const std::string savedHome = oldHome != nullptr ? oldHome : "";
-  unsetenv("TANDREL4_REGISTRY_FILE");
-  EXPECT_EQ(PosixRegistryFile::DefaultPath(), dirs.UserDir() + "/Tandrel4/registry.reg");
-  setenv("XDG_CONFIG_HOME", "relative", 1);
-  setenv("HOME", "/home/someone/", 1);
-  EXPECT_EQ(PosixRegistryFile::DefaultPath(), "/home/someone/.config/Tandrel4/registry.reg");
-  setenv("TANDREL4_REGISTRY_FILE", "/elsewhere/my.reg", 1);
+  dirs.SetEnv("TANDREL4_REGISTRY_FILE", nullptr);
+  dirs.SetEnv("TANDREL4_PROFILE_DIR", nullptr);
+  // The registry lives in the mail profile folder.
+  EXPECT_EQ(PosixRegistryFile::DefaultPath(), dirs.UserDir() + "/Tandrel4/profile/registry.reg");
+  const std::string profile = dirs.UseProfile();
+  EXPECT_EQ(PosixRegistryFile::DefaultPath(), profile + "/registry.reg");
+  dirs.SetEnv("TANDREL4_PROFILE_DIR", nullptr);
+  dirs.SetEnv("XDG_CONFIG_HOME", "relative");
+  dirs.SetEnv("HOME", "/home/someone/");
+  EXPECT_EQ(PosixRegistryFile::DefaultPath(),
+            "/home/someone/.config/Tandrel4/profile/registry.reg");
+  dirs.SetEnv("TANDREL4_REGISTRY_FILE", "/elsewhere/my.reg");
   EXPECT_EQ(PosixRegistryFile::DefaultPath(), "/elsewhere/my.reg");
-  if (oldFile != nullptr) {
-    setenv("TANDREL4_REGISTRY_FILE", savedFile.c_str(), 1);
-  } else {
-    unsetenv("TANDREL4_REGISTRY_FILE");
-  }
-  if (oldHome != nullptr) {
-    setenv("HOME", savedHome.c_str(), 1);
-  } else {
-    unsetenv("HOME");
-  }
 }
 
 }  // namespace

@@ -27,6 +27,13 @@ TempConfigDirs::TempConfigDirs() {
 }
 
 TempConfigDirs::~TempConfigDirs() {
+  for (auto it = saved_.rbegin(); it != saved_.rend(); ++it) {
+    if (it->second) {
+      setenv(it->first.c_str(), it->second->c_str(), 1);
+    } else {
+      unsetenv(it->first.c_str());
+    }
+  }
   if (hadDirs_)
     setenv("XDG_CONFIG_DIRS", oldDirs_.c_str(), 1);
   else
@@ -44,6 +51,26 @@ void TempConfigDirs::WriteSettings(const std::string& bytes) const {
   const std::string folder = common_ + "/Quorvane/Kolvane";
   std::filesystem::create_directories(folder);
   WriteFile(folder + "/settings.ini", bytes);
+}
+
+void TempConfigDirs::SetEnv(const std::string& name, const char* value) {
+  bool seen = false;
+  for (const auto& entry : saved_) seen = seen || entry.first == name;
+  if (!seen) {
+    const char* old = getenv(name.c_str());
+    saved_.emplace_back(name, old != nullptr ? std::optional<std::string>(old) : std::nullopt);
+  }
+  if (value != nullptr) {
+    setenv(name.c_str(), value, 1);
+  } else {
+    unsetenv(name.c_str());
+  }
+}
+
+std::string TempConfigDirs::UseProfile(const std::string& name) {
+  const std::string dir = root_ + "/" + name;
+  SetEnv("TANDREL4_PROFILE_DIR", dir.c_str());
+  return dir;
 }
 
 void TempConfigDirs::WriteFile(const std::string& path, const std::string& bytes) {

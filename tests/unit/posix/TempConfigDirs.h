@@ -1,6 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace t4::test {
 
@@ -21,6 +24,12 @@ class TempConfigDirs {
   void WriteSettings(const std::string& bytes) const;
   // Writes a file with raw bytes, creating nothing but the file.
   static void WriteFile(const std::string& path, const std::string& bytes);
+  // Sets (or, with nullptr, removes) an environment variable until the
+  // object ends; the value before the first change comes back then.
+  void SetEnv(const std::string& name, const char* value);
+  // A fresh profile folder below the temporary root (not created), chosen
+  // through TANDREL4_PROFILE_DIR.
+  std::string UseProfile(const std::string& name = "profile");
 
  private:
   std::string root_;
@@ -30,6 +39,8 @@ class TempConfigDirs {
   std::string oldHome_;
   bool hadDirs_ = false;
   bool hadHome_ = false;
+  // Variables SetEnv changed, with their values before (nullopt: unset).
+  std::vector<std::pair<std::string, std::optional<std::string>>> saved_;
 };
 
 }  // namespace t4::test

@@ -26,6 +26,8 @@ void XmlTestFiles::Write(const std::string& path, const std::string& bytes) {
 std::vector<std::string> XmlTestFiles::Names() const {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(dir_)) {
+    // The writers' lock file stays; it is no leftover of a write.
+    if (entry.path().filename() == ".lock") continue;
     names.push_back(entry.path().filename().string());
   }
   std::sort(names.begin(), names.end());

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "support/IMapiFolder.h"
+#include "support/IMapiProp.h"
+
+namespace t4::posix {
+
+class MaildirStore;
+
+// One folder of a Maildir++ store (or the store's root folder). It is its
+// own raw MAPI object: MAPIOBJECT and its items' RawTable hand out the
+// folder itself, which the table and the utilities object recognise.
+class MaildirFolder : public IMapiFolder,
+                      public IMapiProp,
+                      public std::enable_shared_from_this<MaildirFolder> {
+ public:
+  MaildirFolder(std::shared_ptr<MaildirStore> store, std::string folderName);
+
+  // "Inbox" for the store folder, the store's display name for the root,
+  // else the last part of the Maildir++ name.
+  std::u16string Name() override;
+  std::u16string EntryID() override;
+  std::u16string StoreID() override;
+  std::shared_ptr<IMapiStore> Store() override;
+  std::shared_ptr<IMapiItems> Items() override;
+  std::shared_ptr<IMapiSession> Session() override;
+  std::shared_ptr<IMapiProp> MAPIOBJECT() override;
+
+  const std::string& FolderName() const { return folderName_; }
+  const std::shared_ptr<MaildirStore>& OwnStore() const { return store_; }
+  // The binary entry identifier.
+  std::string EntryIdBytes() const;
+
+ private:
+  std::shared_ptr<MaildirStore> store_;
+  std::string folderName_;
+};
+
+}  // namespace t4::posix

@@ -1,0 +1,168 @@
+#include "platform/posix/MaildirMessage.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+#include <vector>
+
+#include "platform/posix/KeywordsField.h"
+#include "platform/posix/MaildirEntryId.h"
+#include "platform/posix/MaildirStore.h"
+#include "platform/posix/MessageHeaders.h"
+#include "platform/posix/ProfileLock.h"
+#include "support/ErrorObject.h"
+#include "support/RunTimeError.h"
+#include "support/Utf.h"
+
+namespace t4::posix {
+
+namespace {
+
+[[noreturn]] void Fail(const std::filesystem::path& path, int error) {
+  int32_t number = RunTimeError::kPathFileAccessError;
+  if (error == EACCES || error == EPERM || error == EROFS) number = RunTimeError::kPermissionDenied;
+  if (error == ENOSPC || error == EDQUOT) number = RunTimeError::kDiskFull;
+  Error e(number, RunTimeError::Text(number) + u" (" + Utf::FromUtf8(path.string()) + u": " +
+                      Utf::FromUtf8(std::generic_category().message(error)) + u")");
+  e.SetLastDllError(error);
+  throw e;
+}
+
+bool ReadWhole(const std::filesystem::path& path, std::string& bytes, struct stat& info) {
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return false;
+  bool ok = ::fstat(fd, &info) == 0;
+  if (ok) {
+    bytes.clear();
+    bytes.reserve(static_cast<size_t>(info.st_size));
+    std::vector<char> buffer(1 << 16);
+    for (;;) {
+      const ssize_t got = ::read(fd, buffer.data(), buffer.size());
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) ok = false;
+      if (got <= 0) break;
+      bytes.append(buffer.data(), static_cast<size_t>(got));
+    }
+  }
+  ::close(fd);
+  return ok;
+}
+
+std::string Trim(const std::string& text) {
+  size_t b = 0, e = text.size();
+  while (b < e && (text[b] == ' ' || text[b] == '\t')) ++b;
+  while (e > b && (text[e - 1] == ' ' || text[e - 1] == '\t')) --e;
+  return text.substr(b, e - b);
+}
+
+}  // namespace
+
+MaildirMessage::MaildirMessage(std::shared_ptr<MaildirStore> store, std::string folderName,
+                               std::string unique, std::filesystem::path path)
+    : store_(std::move(store)),
+      folderName_(std::move(folderName)),
+      unique_(std::move(unique)),
+      path_(std::move(path)) {}
+
+std::filesystem::path MaildirMessage::CurrentPath() const {
+  MaildirStore::MessageFile file;
+  path_ = store_->Locate(folderName_, unique_, file, path_) ? file.path : std::filesystem::path();
+  return path_;
+}
+
+std::string MaildirMessage::EntryIdBytes() const {
+  return MaildirEntryId::Message(store_->Uid(), MaildirEntryId::FolderKey(folderName_),
+                                 MaildirEntryId::MessageKey(unique_));
+}
+
+std::u16string MaildirMessage::Categories() {
+  if (pending_) return *pending_;
+  const std::filesystem::path path = CurrentPath();
+  MessageHeaders headers;
+  if (path.empty() || !MessageHeaders::ReadFile(path.string(), headers)) {
+    ErrorObject::RaiseCode(cmItemNotFound);
+  }
+  std::u16string text;
+  for (const std::string& name : headers.Keywords()) {
+    const std::string trimmed = Trim(name);
+    if (trimmed.empty()) continue;
+    if (!text.empty()) text += u';';
+    text += Utf::FromUtf8(trimmed);
+  }
+  return text;
+}
+
+void MaildirMessage::SetCategories(const std::u16string& categories) {
+  pending_ = categories;
+}
+
+void MaildirMessage::Save() {
+  if (!pending_) return;
+  std::vector<std::string> names;
+  size_t start = 0;
+  for (;;) {
+    const size_t end = pending_->find(u';', start);
+    const std::u16string name = pending_->substr(start, end - start);
+    if (!name.empty()) names.push_back(Utf::ToUtf8(name));
+    if (end == std::u16string::npos) break;
+    start = end + 1;
+  }
+
+  const ProfileLock lock(store_->ProfileDir());
+  const std::filesystem::path path = CurrentPath();
+  std::string bytes;
+  struct stat info {};
+  if (path.empty() || !ReadWhole(path, bytes, info)) ErrorObject::RaiseCode(cmItemNotFound);
+  const std::string changed = KeywordsField::Replace(bytes, names);
+  if (changed == bytes) {
+    pending_.reset();
+    return;
+  }
+
+  // tmp/ of the same folder: same file system, so the rename is atomic,
+  // and Maildir readers ignore what is there.
+  const std::filesystem::path tmpDir = store_->FolderDir(folderName_) / "tmp";
+  std::error_code ignored;
+  std::filesystem::create_directories(tmpDir, ignored);
+  std::string temp = (tmpDir / (unique_ + ".tandrel4.XXXXXX")).string();
+  const int fd = ::mkstemp(temp.data());
+  if (fd < 0) Fail(path, errno);
+  bool placed = false;
+  int error = 0;
+  if (::fchmod(fd, info.st_mode & 07777) != 0) error = errno;
+  size_t written = 0;
+  while (error == 0 && written < changed.size()) {
+    const ssize_t put = ::write(fd, changed.data() + written, changed.size() - written);
+    if (put < 0 && errno == EINTR) continue;
+    if (put < 0) error = errno;
+    if (put > 0) written += static_cast<size_t>(put);
+  }
+  if (error == 0 && ::fsync(fd) != 0) error = errno;
+  if (::close(fd) != 0 && error == 0) error = errno;
+  if (error == 0) {
+    // The message may have vanished while we wrote; then nothing is put
+    // back in its place.
+    struct stat still {};
+    if (::stat(path.c_str(), &still) != 0) {
+      ::unlink(temp.c_str());
+      ErrorObject::RaiseCode(cmItemNotFound);
+    }
+    if (::rename(temp.c_str(), path.c_str()) != 0) error = errno;
+    placed = error == 0;
+  }
+  if (!placed) {
+    ::unlink(temp.c_str());
+    Fail(path, error);
+  }
+  const int dir = ::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (dir >= 0) {
+    ::fsync(dir);
+    ::close(dir);
+  }
+  pending_.reset();
+}
+
+}  // namespace t4::posix

@@ -1,0 +1,116 @@
+#include "platform/posix/MaildirTable.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "platform/posix/MaildirEntryId.h"
+#include "platform/posix/MaildirFolder.h"
+#include "platform/posix/MapiError.h"
+#include "platform/posix/MessageHeaders.h"
+#include "support/Utf.h"
+
+namespace t4::posix {
+
+namespace {
+
+constexpr double kUnixEpochAsOleDate = 25569.0;  // 1970-01-01 in days since 1899-12-30
+
+MapiValue NotFound() {
+  return MapiValue::Error(MapiError::kNotFound);
+}
+
+}  // namespace
+
+void MaildirTable::SetItem(std::shared_ptr<IMapiProp> rawTable) {
+  if (!rawTable) {
+    folder_.reset();
+  } else {
+    auto folder = std::dynamic_pointer_cast<MaildirFolder>(rawTable);
+    if (!folder) throw MapiError::Make(MapiError::kNoSupport, "not a contents table");
+    folder_ = std::move(folder);
+  }
+  files_.clear();
+  taken_ = false;
+  cursor_ = 0;
+}
+
+void MaildirTable::SetColumns(const std::vector<uint32_t>& propTags) {
+  columns_ = propTags;
+}
+
+void MaildirTable::Snapshot() {
+  files_.clear();
+  if (folder_) files_ = folder_->OwnStore()->ListMessages(folder_->FolderName());
+  taken_ = true;
+  cursor_ = 0;
+}
+
+void MaildirTable::GoToFirst() {
+  Snapshot();
+}
+
+int32_t MaildirTable::RowCount() {
+  if (!taken_) Snapshot();
+  return static_cast<int32_t>(files_.size());
+}
+
+std::vector<MapiRow> MaildirTable::GetRows(int32_t count) {
+  if (!taken_) Snapshot();
+  std::vector<MapiRow> rows;
+  if (!folder_ || count <= 0) return rows;
+  const std::shared_ptr<MaildirStore>& store = folder_->OwnStore();
+  const uint32_t keywordsTag = store->HasKeywords() ? (MaildirStore::kKeywordsId | kMultiText) : 0;
+  bool needHeaders = false;
+  for (const uint32_t tag : columns_) {
+    if (tag == kSubject || tag == kMessageClass || (keywordsTag != 0 && tag == keywordsTag))
+      needHeaders = true;
+  }
+  const MaildirEntryId::Key folderKey = MaildirEntryId::FolderKey(folder_->FolderName());
+  while (cursor_ < files_.size() && rows.size() < static_cast<size_t>(count)) {
+    const MaildirStore::MessageFile& file = files_[cursor_++];
+    struct stat info {};
+    if (::stat(file.path.c_str(), &info) != 0) {
+      // Moved by a flag change since the snapshot? Look for it once.
+      MaildirStore::MessageFile moved;
+      if (!store->Locate(folder_->FolderName(), file.unique, moved) ||
+          ::stat(moved.path.c_str(), &info) != 0)
+        continue;
+      files_[cursor_ - 1] = moved;
+    }
+    const std::filesystem::path& path = files_[cursor_ - 1].path;
+    MessageHeaders headers;
+    if (needHeaders && !MessageHeaders::ReadFile(path.string(), headers)) continue;
+    MapiRow row;
+    row.reserve(columns_.size());
+    for (const uint32_t tag : columns_) {
+      if (tag == kEntryId) {
+        row.push_back(MapiValue::Binary(MaildirEntryId::Message(
+            store->Uid(), folderKey, MaildirEntryId::MessageKey(file.unique))));
+      } else if (tag == kSubject) {
+        row.push_back(MapiValue::Text(Utf::FromUtf8(headers.Subject())));
+      } else if (tag == kLastModificationTime) {
+        const double seconds = static_cast<double>(info.st_mtim.tv_sec) +
+                               static_cast<double>(info.st_mtim.tv_nsec) / 1e9;
+        row.push_back(MapiValue::Time(kUnixEpochAsOleDate + seconds / 86400.0));
+      } else if (tag == kMessageClass) {
+        row.push_back(MapiValue::Text(Utf::FromUtf8(headers.MessageClass())));
+      } else if (keywordsTag != 0 && tag == keywordsTag) {
+        if (!headers.HasKeywords()) {
+          row.push_back(NotFound());
+        } else {
+          std::vector<std::u16string> names;
+          names.reserve(headers.Keywords().size());
+          for (const std::string& name : headers.Keywords()) names.push_back(Utf::FromUtf8(name));
+          row.push_back(MapiValue::TextArray(std::move(names)));
+        }
+      } else {
+        row.push_back(NotFound());
+      }
+    }
+    rows.push_back(std::move(row));
+  }
+  return rows;
+}
+
+}  // namespace t4::posix

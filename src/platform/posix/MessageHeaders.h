@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace t4::posix {
+
+// What the library needs from the header of one message file: its
+// categories (the Keywords field), subject and message class. Only the
+// header block is read, up to the first empty line and never more than
+// kMaxHeaderBytes; a longer header is cut at its last complete line within
+// the bound, so any file costs at most about that much memory. Only a
+// multipart message or a calendar also has the first kMaxBodyScanBytes of
+// its body looked at, to find a calendar part and whether it is a task.
+//
+// - Keywords: every Keywords field, in order, unfolded, split at the commas
+//   outside RFC 2047 encoded words, each element decoded (encoded words,
+//   text in other charsets). Empty elements stay, as empty strings; blanks
+//   around a name are left for the caller to trim.
+// - Subject: decoded, unfolded.
+// - Message class: X-Message-Class when present and not blank; else from
+//   the content type: text/calendar (or a multipart with a text/calendar
+//   part) is "IPM.Appointment", or "IPM.Task" when the calendar holds a
+//   VTODO (component=VTODO, or BEGIN:VTODO before any BEGIN:VEVENT);
+//   text/vcard, text/x-vcard and text/directory are "IPM.Contact";
+//   everything else, a missing or broken header included, is "IPM.Note".
+//
+// Text is UTF-8 from GMime, then UTF-16; bytes that are no valid UTF-8 in
+// a field without encoded words are read as GMime's fallback charsets do.
+class MessageHeaders {
+ public:
+  static constexpr size_t kMaxHeaderBytes = 1 << 20;
+  static constexpr size_t kMaxBodyScanBytes = 64 << 10;
+
+  // Parses the start of a message: its header block and, optionally, the
+  // beginning of its body. Anything past the bounds above is ignored.
+  static MessageHeaders Parse(std::string_view bytes);
+  // Reads the start of the file at `path` (no more than the bounds) and
+  // parses it. False when the file cannot be opened.
+  static bool ReadFile(const std::string& path, MessageHeaders& out);
+
+  // Length of the header block including the empty line that ends it; the
+  // whole text when there is no empty line. A text starting with an empty
+  // line has an empty header (length of that line).
+  static size_t HeaderLength(std::string_view bytes);
+  // True when a complete header block (ended by an empty line) is in
+  // `bytes`; `length` then holds HeaderLength.
+  static bool FindHeaderEnd(std::string_view bytes, size_t& length);
+
+  bool HasKeywords() const { return hasKeywords_; }
+  // UTF-8 names, as decoded.
+  const std::vector<std::string>& Keywords() const { return keywords_; }
+  const std::string& Subject() const { return subject_; }
+  const std::string& MessageClass() const { return messageClass_; }
+
+  // Splits an unfolded Keywords value at the commas outside encoded words
+  // and decodes each element.
+  static std::vector<std::string> SplitKeywords(std::string_view value);
+
+ private:
+  bool hasKeywords_ = false;
+  std::vector<std::string> keywords_;
+  std::string subject_;
+  std::string messageClass_ = "IPM.Note";
+};
+
+}  // namespace t4::posix

@@ -1,0 +1,164 @@
+#include "platform/posix/MessageHeaders.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <string>
+#include <vector>
+
+#include "posix/TempConfigDirs.h"
+
+namespace t4::posix {
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(MessageHeaders, KeywordsAreSplitAndDecoded) {
+  struct Case {
+    const char* what;
+    std::string header;
+    Names names;
+  };
+  const Case cases[] = {
+      {"plain", "Keywords: Rot, Blau\n", {"Rot", " Blau"}},
+      {"no blank", "Keywords: Rot,Blau\n", {"Rot", "Blau"}},
+      {"folded", "Keywords: Rot,\n Blau,\r\n\tGr\xC3\xBCn\n", {"Rot", " Blau", "\tGr\xC3\xBCn"}},
+      {"empty entries kept", "Keywords: a,,b,\n", {"a", "", "b", ""}},
+      {"encoded word", "Keywords: =?UTF-8?Q?M=C3=BCller?=, x\n", {"M\xC3\xBCller", " x"}},
+      {"comma inside encoded word",
+       "Keywords: =?UTF-8?B?R3LDtsOfZSwga2xlaW4=?=, y\n",
+       {"Gr\xC3\xB6\xC3\x9F"
+        "e, klein",
+        " y"}},
+      {"latin-1 encoded word", "Keywords: =?iso-8859-1?q?B=FCro?=\n", {"B\xC3\xBCro"}},
+      {"two fields", "Keywords: a\nKeywords: b\n", {"a", "b"}},
+      {"letter case of the name", "KEYWORDS: a\n", {"a"}},
+      {"empty field", "Keywords:\n", {""}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    const MessageHeaders h = MessageHeaders::Parse("Subject: s\n" + c.header + "\nbody\n");
+    EXPECT_TRUE(h.HasKeywords());
+    EXPECT_EQ(h.Keywords(), c.names);
+  }
+}
+
+TEST(MessageHeaders, NoKeywordsField) {
+  const MessageHeaders h = MessageHeaders::Parse("Subject: s\n\nKeywords: in the body\n");
+  EXPECT_FALSE(h.HasKeywords());
+  EXPECT_TRUE(h.Keywords().empty());
+}
+
+TEST(MessageHeaders, SubjectIsDecoded) {
+  const MessageHeaders h =
+      MessageHeaders::Parse("Subject: =?UTF-8?Q?Gr=C3=BC=C3=9Fe?=\n aus Berlin\n\n");
+  EXPECT_EQ(h.Subject(),
+            "Gr\xC3\xBC\xC3\x9F"
+            "e aus Berlin");
+}
+
+TEST(MessageHeaders, MessageClass) {
+  struct Case {
+    const char* what;
+    std::string message;
+    const char* cls;
+  };
+  const Case cases[] = {
+      {"plain text", "Content-Type: text/plain\n\nx\n", "IPM.Note"},
+      {"no content type", "Subject: x\n\nx\n", "IPM.Note"},
+      {"explicit", "X-Message-Class: IPM.Note.Custom\nContent-Type: text/calendar\n\n",
+       "IPM.Note.Custom"},
+      {"calendar", "Content-Type: text/calendar; method=REQUEST\n\nBEGIN:VEVENT\n",
+       "IPM.Appointment"},
+      {"task by parameter", "Content-Type: text/calendar; component=VTODO\n\n", "IPM.Task"},
+      {"task by body", "Content-Type: text/calendar\n\nBEGIN:VCALENDAR\nBEGIN:VTODO\n", "IPM.Task"},
+      {"vcard", "Content-Type: text/vcard\n\n", "IPM.Contact"},
+      {"x-vcard", "Content-Type: text/x-vcard\n\n", "IPM.Contact"},
+      {"multipart with calendar",
+       "Content-Type: multipart/alternative; boundary=\"b\"\n\n--b\nContent-Type: "
+       "text/plain\n\nhi\n--b\nContent-Type: text/calendar\n\nBEGIN:VEVENT\n--b--\n",
+       "IPM.Appointment"},
+      {"multipart without calendar",
+       "Content-Type: multipart/mixed; boundary=\"b\"\n\n--b\nContent-Type: text/plain\n\nhi\n"
+       "--b--\n",
+       "IPM.Note"},
+      {"broken content type", "Content-Type: ;;;/\n\n", "IPM.Note"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    EXPECT_EQ(MessageHeaders::Parse(c.message).MessageClass(), c.cls);
+  }
+}
+
+TEST(MessageHeaders, HeaderLength) {
+  EXPECT_EQ(MessageHeaders::HeaderLength("A: b\n\nbody"), 6u);
+  EXPECT_EQ(MessageHeaders::HeaderLength("A: b\r\n\r\nbody"), 8u);
+  EXPECT_EQ(MessageHeaders::HeaderLength("\nbody"), 1u);
+  EXPECT_EQ(MessageHeaders::HeaderLength("A: b\n"), 5u);
+}
+
+// Files no mail program should write; they must read without a crash and
+// within the bounds.
+TEST(MessageHeaders, HostileFilesReadWithinBounds) {
+  test::TempConfigDirs dirs;
+  std::string manyKeywords = "Keywords: ";
+  for (int i = 0; i < 100000; ++i) manyKeywords += "k" + std::to_string(i) + ",";
+  manyKeywords += "\n\n";
+  const std::string hugeHeader = "Subject: x\nX-Big: " + std::string(10 << 20, 'a') + "\n\n";
+  struct Case {
+    const char* what;
+    std::string bytes;
+  };
+  const Case cases[] = {
+      {"empty", ""},
+      {"no header", "\njust a body\n"},
+      {"no empty line", "Keywords: a"},
+      {"garbage", "\x01\x02\x03 not a header at all"},
+      {"nul bytes", std::string("Keywords: a\0b, c\n\0\n\n", 20)},
+      {"invalid utf-8", "Keywords: \xFF\xFE\xC3, \xC3\x28\nSubject: \xE2\x82\n\n"},
+      {"broken encoded words",
+       "Keywords: =?UTF-8?B?!!!?=, =?x?q?=ZZ?=, =?UTF-8?Q?, =?"
+       "?=\n\n"},
+      {"10 MiB header", hugeHeader},
+      {"100,000 keywords", manyKeywords},
+      {"deep multipart",
+       "Content-Type: multipart/mixed; boundary=a\n\n--a\nContent-Type: multipart/mixed; "
+       "boundary=b\n\n--b\nContent-Type: text/calendar\n\n"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    const std::string path = dirs.UserDir() + "/message";
+    test::TempConfigDirs::WriteFile(path, c.bytes);
+    MessageHeaders h;
+    ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
+    MessageHeaders::Parse(c.bytes);
+    if (std::string(c.what) == "100,000 keywords") {
+      EXPECT_EQ(h.Keywords().size(), 100001u);
+      EXPECT_EQ(h.Keywords()[99999], "k99999");
+    }
+    if (std::string(c.what) == "10 MiB header") {
+      // Cut at the bound: the subject before it is still there.
+      EXPECT_EQ(h.Subject(), "x");
+    }
+  }
+}
+
+TEST(MessageHeaders, ReadsOnlyTheHeaderOfALargeMessage) {
+  test::TempConfigDirs dirs;
+  const std::string path = dirs.UserDir() + "/message";
+  // A body far larger than the bounds; its Keywords line is not a header.
+  test::TempConfigDirs::WriteFile(
+      path, "Subject: s\n\n" + std::string(8 << 20, 'x') + "\nKeywords: no\n");
+  MessageHeaders h;
+  ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
+  EXPECT_FALSE(h.HasKeywords());
+  EXPECT_EQ(h.Subject(), "s");
+}
+
+TEST(MessageHeaders, MissingFile) {
+  MessageHeaders h;
+  EXPECT_FALSE(MessageHeaders::ReadFile("/nonexistent/tandrel4/message", h));
+}
+
+}  // namespace
+}  // namespace t4::posix
