@@ -111,6 +111,10 @@ void MaildirMessage::Save() {
     start = end + 1;
   }
 
+  // Setting a named property makes the store know its name, as MAPI maps
+  // it on first use: a store read without "Keywords" shows the categories
+  // saved into it from then on.
+  if (!names.empty() && !store_->HasKeywords()) store_->AddKeywordsProperty();
   const ProfileLock lock(store_->ProfileDir());
   const std::filesystem::path path = CurrentPath();
   std::string bytes;
