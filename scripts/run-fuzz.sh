@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets in build/fuzz with clang (libFuzzer, address
 # and undefined-behaviour sanitizers) and runs each for a bounded time on a
-# copy of its seed corpus in fuzz/corpus/<target>/, so the corpus in git
-# stays as it is. Ends with "fuzz: N passed, M failed" (one per target).
+# copy of its seed corpus in fuzz/corpus/<name>/ (the target's name without
+# "_fuzz"), so the corpus in git stays as it is. Ends with "fuzz: N passed, M failed" (one per target).
 #   FUZZ_SECONDS  time per target (default 30)
 #   FUZZ_JOBS     build jobs (default 2)
 set -u
@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 seconds=${FUZZ_SECONDS:-30}
 jobs=${FUZZ_JOBS:-2}
 build=build/fuzz
-targets=(message_headers_fuzz)
+targets=(message_headers_fuzz ini_file_fuzz registry_script_fuzz masterlist_value_fuzz xml_store_fuzz utf_fuzz)
 
 if ! command -v clang++ >/dev/null; then
   echo "clang++ is missing"
@@ -33,7 +33,7 @@ for target in "${targets[@]}"; do
   corpus="$build/corpus/$target"
   rm -rf "$corpus" "$build/artifacts/$target"
   mkdir -p "$corpus" "$build/artifacts/$target"
-  cp fuzz/corpus/"$target"/* "$corpus"/ 2>/dev/null
+  cp fuzz/corpus/"${target%_fuzz}"/* "$corpus"/ 2>/dev/null
   echo "== $target (${seconds} s)"
   # Inputs up to 64 KiB; more than 2 GiB of memory or 10 s for one input
   # counts as a failure like a crash does.
