@@ -135,8 +135,24 @@ Variant Dispatcher::Get(std::u16string_view name, std::span<Variant> args) const
   return Invoke(name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, args, nullptr);
 }
 
+Variant Dispatcher::GetProperty(std::u16string_view name) const {
+  return Invoke(name, DISPATCH_PROPERTYGET, {}, nullptr);
+}
+
 void Dispatcher::Put(std::u16string_view name, Variant value, std::span<Variant> args) const {
   Invoke(name, DISPATCH_PROPERTYPUT, args, &value.Raw());
+}
+
+void Dispatcher::PutRef(std::u16string_view name, Variant value, std::span<Variant> args) const {
+  Invoke(name, DISPATCH_PROPERTYPUTREF, args, &value.Raw());
+}
+
+bool Dispatcher::Has(std::u16string_view name) const {
+  if (!object_) return false;
+  std::wstring wide(reinterpret_cast<const wchar_t*>(name.data()), name.size());
+  LPOLESTR names[] = {wide.data()};
+  DISPID id = DISPID_UNKNOWN;
+  return SUCCEEDED(object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id));
 }
 
 Dispatcher Dispatcher::GetObject(std::u16string_view name, std::span<Variant> args) const {
