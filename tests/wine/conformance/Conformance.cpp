@@ -714,8 +714,11 @@ void TestTypeLibrary() {
       ok = t4test::MemberName(info, func->memid) == source.methods[i] &&
            func->memid == static_cast<MEMBERID>(i + 1);
       if (ok && std::wstring(source.methods[i]) == L"Progress") {
+        // bCancel is [in, out] VARIANT_BOOL*, VB's ByRef bCancel As Boolean.
         ok = func->cParams == 3 && func->lprgelemdescParam[2].tdesc.vt == VT_PTR &&
-             func->lprgelemdescParam[2].tdesc.lptdesc->vt == VT_VARIANT;
+             func->lprgelemdescParam[2].tdesc.lptdesc->vt == VT_BOOL &&
+             (func->lprgelemdescParam[2].paramdesc.wParamFlags &
+              (PARAMFLAG_FIN | PARAMFLAG_FOUT)) == (PARAMFLAG_FIN | PARAMFLAG_FOUT);
       }
       info->ReleaseFuncDesc(func);
     }
