@@ -17,6 +17,7 @@
 
 #include "Automation.h"
 #include "DispatchProbe.h"
+#include "FolderListTests.h"
 #include "ModelSetup.h"
 #include "ModelTests.h"
 #include "ObjectModel.h"
@@ -476,6 +477,7 @@ int wmain() {
   TestIdentityMap();
   TestEventRaise();
   TestPendingMembers();
+  t4test::TestHostFolderLists();
   t4test::TestIndexConversion();
   t4test::TestItemsThroughDispatch();
   t4test::TestItemsFromVBScript();
