@@ -74,6 +74,8 @@ wineserver -w
 workdir=$WINEPREFIX/drive_c/t4tests
 mkdir -p "$workdir"
 cp "$dll" "${programs[@]}" "$standin" "$standin_program" "$workdir/"
+# The stand-in's test mailbox, which the scripts and programs load.
+cp "$here/data/mailbox.txt" "$workdir/"
 shopt -s nullglob
 scripts=()
 # Each script runs with the shared helpers of lib/prelude.<ext> in front of
@@ -142,7 +144,9 @@ all_keys() {
 # The stand-in's classes: CLSID and ProgID.
 standin_classes=('{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A01}' Tandrel4Test.Outlook
                  '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A02}' Tandrel4Test.OutlookNoEvents
-                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A03}' dimdo.dimdosession)
+                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A03}' dimdo.dimdosession
+                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A04}' dimdo.sfUtils
+                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A05}' dimdo.sfTable)
 standin_keys() {
   local i
   for ((i = 0; i < ${#standin_classes[@]}; i += 2)); do

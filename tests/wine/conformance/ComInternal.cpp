@@ -18,6 +18,7 @@
 #include "Automation.h"
 #include "DispatchProbe.h"
 #include "FolderListTests.h"
+#include "MapiStandInTests.h"
 #include "ModelSetup.h"
 #include "ModelTests.h"
 #include "ObjectModel.h"
@@ -478,6 +479,7 @@ int wmain() {
   TestEventRaise();
   TestPendingMembers();
   t4test::TestHostFolderLists();
+  t4test::TestMapiAdaptersOverTheStandIn();
   t4test::TestIndexConversion();
   t4test::TestItemsThroughDispatch();
   t4test::TestItemsFromVBScript();
