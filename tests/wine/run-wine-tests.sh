@@ -86,6 +86,12 @@ for script in "$here"/*.vbs "$here"/*.js; do
 done
 shopt -u nullglob
 cat "$here/lib/prelude.vbs" "$here/standin/standin.vbs" > "$workdir/standin.vbs"
+readitems_scripts=()
+for script in "$here"/readitems/*.vbs "$here"/readitems/*.js; do
+  [ -f "$script" ] || continue
+  cat "$here/lib/prelude.${script##*.}" "$script" > "$workdir/$(basename "$script")"
+  readitems_scripts+=("$(basename "$script")")
+done
 # Expects the classes to be gone, so it runs only after unregistration.
 cp "$here/unregistered/unregistered.vbs" "$workdir/"
 # Driven step by step from here, with registry checks in between.
@@ -314,6 +320,12 @@ done
 
 run_test t4_conformance wine t4_conformance.exe
 run_test t4_com_internal wine t4_com_internal.exe
+# Reading Outlook's items end to end (ReadItems, Progress, SaveChanges of
+# items, GetOutlookItem) over the stand-in's test mailbox.
+for script in "${readitems_scripts[@]}"; do
+  run_test "$script" wine cscript //nologo "$script"
+done
+run_test "t4_conformance readitems" wine t4_conformance.exe readitems
 run_test standin.vbs wine cscript //nologo standin.vbs
 run_test t4_standin_events wine t4_standin_events.exe
 

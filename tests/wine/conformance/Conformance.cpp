@@ -16,6 +16,7 @@
 #include "DispatchProbe.h"
 #include "EventRecorder.h"
 #include "ObjectModel.h"
+#include "ProgressTests.h"
 #include "TestLog.h"
 #include "com/Tandrel4_h.h"
 
@@ -1490,8 +1491,15 @@ void TestModule() {
 
 }  // namespace
 
-int wmain() {
+// With the argument "readitems" only the checks of reading Outlook's items
+// run (ProgressTests.h); the test run calls that as a step of its own.
+int wmain(int argc, wchar_t** argv) {
   if (!TestLog::CheckHr(::CoInitialize(nullptr), S_OK, "CoInitialize")) return TestLog::Summary();
+  if (argc > 1 && std::wstring(argv[1]) == L"readitems") {
+    t4test::TestProgressEvents();
+    ::CoUninitialize();
+    return TestLog::Summary();
+  }
   TestCreation();
   TestIdentityAndRefCounts();
   TestDispatch();
