@@ -58,6 +58,9 @@ class Dispatcher {
  private:
   Variant Invoke(std::u16string_view name, WORD flags, std::span<Variant> args,
                  const VARIANT* putValue) const;
+  // The member's dispatch id (GetIDsOfNames, or IDispatchEx::GetDispID for
+  // objects that only answer that way).
+  HRESULT IdOf(std::u16string_view name, DISPID& id) const;
 
   DispatchPtr object_;
 };

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "Automation.h"
+#include "ScriptHost.h"
 #include "TestLog.h"
 #include "com/FolderDataObject.h"
 #include "com/HostFolderList.h"
@@ -61,6 +63,94 @@ VARIANT ObjectValue(IDispatch* object) {
   V_VT(&v) = VT_DISPATCH;
   V_DISPATCH(&v) = object;  // taken over
   return v;
+}
+
+// A named item for hosted VBScript: Take(list) reads the list it is given
+// as ReadItems would and keeps what it found ("Inbox,<none>,13").
+class ListProbe final : public StackDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
+                                          DISPID* ids) override {
+    ids[0] = ::lstrcmpiW(names[0], L"Found") == 0 ? 2 : 1;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params,
+                                   VARIANT* result, EXCEPINFO*, UINT*) override {
+    if (id == 2) {
+      if (result != nullptr) {
+        const std::wstring text(found.begin(), found.end());
+        V_VT(result) = VT_BSTR;
+        V_BSTR(result) = ::SysAllocString(text.c_str());
+      }
+      return S_OK;
+    }
+    found.clear();
+    if (params->cArgs != 1) return DISP_E_BADPARAMCOUNT;
+    try {
+      std::shared_ptr<t4::IFolderList> list = HostFolderList::From(params->rgvarg[0]);
+      const int32_t count = list ? list->Count() : -1;
+      found = std::to_string(count);
+      for (int32_t i = 1; i <= count; ++i) {
+        std::string entry;
+        const int32_t number = NumberOf([&] { entry = NameOf(list->Item(i)); });
+        found += "," + (number != 0 ? std::to_string(number) : entry);
+      }
+    } catch (const t4::Error& e) {
+      found = "error " + std::to_string(e.Number());
+    }
+    return S_OK;
+  }
+  std::string found;
+};
+
+// What the probe finds in the lists a VBScript builds: a class with Count
+// and a default Item (as VB's Collection), arrays and a dictionary.
+void TestFolderListsFromVBScript() {
+  IDispatch* inbox = NewFolderData(L"Inbox");
+  ListProbe probe;
+  const std::wstring code =
+      LR"(
+Class FolderBag
+  Private items_
+  Private Sub Class_Initialize()
+    Set items_ = CreateObject("Scripting.Dictionary")
+  End Sub
+  Public Property Get Count()
+    Count = items_.Count
+  End Property
+  Public Default Function Item(index)
+    If IsObject(items_(index - 1)) Then
+      Set Item = items_(index - 1)
+    Else
+      Item = items_(index - 1)
+    End If
+  End Function
+  Public Sub Add(entry)
+    items_.Add items_.Count, entry
+  End Sub
+End Class
+Dim bag, list(2), d
+Set bag = New FolderBag
+bag.Add inbox
+bag.Add Empty
+bag.Add "text"
+probe.Take bag
+T.Check probe.Found = "3,Inbox,<none>,13", "folder list from VBScript: a collection", probe.Found
+Set list(0) = inbox
+list(2) = 5
+probe.Take list
+T.Check probe.Found = "3,Inbox,<none>,13", "folder list from VBScript: an array", probe.Found
+Set d = CreateObject("Scripting.Dictionary")
+d.Add "x", inbox
+probe.Take d
+T.Check probe.Found = "1,Inbox", "folder list from VBScript: a dictionary", probe.Found
+probe.Take Nothing
+T.Check probe.Found = "-1", "folder list from VBScript: Nothing", probe.Found
+)";
+  std::wstring error;
+  const bool ran = RunVBScript(code, {{L"probe", &probe}, {L"inbox", inbox}}, error);
+  TestLog::Check(ran, "folder list from VBScript: the script runs through", TestLog::Utf8(error));
+  inbox->Release();
 }
 
 }  // namespace
@@ -161,6 +251,7 @@ void TestHostFolderLists() {
   }
   list.reset();
   TestLog::Check(other->Release() == 0, "folder list: the host's objects are let go");
+  TestFolderListsFromVBScript();
 }
 
 }  // namespace t4test
