@@ -150,6 +150,23 @@ T.Check probe.Found = "-1", "folder list from VBScript: Nothing", probe.Found
   std::wstring error;
   const bool ran = RunVBScript(code, {{L"probe", &probe}, {L"inbox", inbox}}, error);
   TestLog::Check(ran, "folder list from VBScript: the script runs through", TestLog::Utf8(error));
+
+  // JScript arrays: `length` and the members "0", "1", ...; a hole is empty.
+  const std::wstring js =
+      LR"(
+probe.Take([inbox, null, "text"]);
+T.Check(probe.Found == "3,Inbox,<none>,13", "folder list from JScript: an array", probe.Found);
+var holes = [];
+holes[1] = inbox;
+probe.Take(holes);
+T.Check(probe.Found == "2,<none>,Inbox", "folder list from JScript: a hole", probe.Found);
+probe.Take([]);
+T.Check(probe.Found == "0", "folder list from JScript: an empty array", probe.Found);
+probe.Take(null);
+T.Check(probe.Found == "-1", "folder list from JScript: null", probe.Found);
+)";
+  const bool ranJs = RunJScript(js, {{L"probe", &probe}, {L"inbox", inbox}}, error);
+  TestLog::Check(ranJs, "folder list from JScript: the script runs through", TestLog::Utf8(error));
   inbox->Release();
 }
 
