@@ -4,12 +4,14 @@
 
 #include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
+#include "com/HostFolderList.h"
 #include "com/LanguageSupport.h"
 #include "com/Variants.h"
 #include "com/Wrappers.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
 #include "platform/win32/Win32ClientApp.h"
+#include "session/IApplicationEvents.h"
 
 namespace t4::com {
 
@@ -18,7 +20,43 @@ namespace {
 const IID& kItf = IID__Application;
 const IID& kLanguageItf = IID__ILanguage;
 
+// Dispatch id of Progress in the source interface __Application.
+constexpr DISPID kProgress = 1;
+
 }  // namespace
+
+// The core subscriber of one wrapper. The core may hold it longer than the
+// wrapper lives: `owner_` is cleared when the wrapper dies, and an event
+// that finds it cleared goes nowhere.
+class ApplicationObject::EventBridge final : public IApplicationEvents {
+ public:
+  explicit EventBridge(ApplicationObject* owner) noexcept : owner_(owner) {}
+  void Detach() noexcept { owner_ = nullptr; }
+
+  // Progress(lValue, lMax, bCancel): the sinks see bCancel by reference and
+  // what the last of them left there comes back to the core.
+  void Progress(int32_t value, int32_t max, bool& cancel) override {
+    if (owner_ == nullptr || owner_->events_.SinkCount() == 0) return;
+    // A sink may release the host's last reference to the Application while
+    // it runs; the wrapper stays alive until the event is over.
+    ComRef<IUnknown> keep(owner_->Identity());
+    keep->AddRef();
+    VARIANT_BOOL flag = ToVariantBool(cancel);
+    VARIANT args[3];  // last first, as IDispatch takes them
+    V_VT(&args[0]) = VT_BYREF | VT_BOOL;
+    V_BOOLREF(&args[0]) = &flag;
+    V_VT(&args[1]) = VT_I4;
+    V_I4(&args[1]) = max;
+    V_VT(&args[2]) = VT_I4;
+    V_I4(&args[2]) = value;
+    DISPPARAMS params = {args, nullptr, 3, 0};
+    owner_->events_.Raise(kProgress, &params);
+    cancel = flag != VARIANT_FALSE;
+  }
+
+ private:
+  ApplicationObject* owner_;
+};
 
 HRESULT ApplicationObject::Create(REFIID iid, void** object) noexcept {
   if (object == nullptr) return E_POINTER;
@@ -36,9 +74,27 @@ HRESULT ApplicationObject::Create(REFIID iid, void** object) noexcept {
   });
 }
 
-ApplicationObject::ApplicationObject(std::shared_ptr<Application> core) noexcept
+ApplicationObject::ApplicationObject(std::shared_ptr<Application> core)
     : core_(std::move(core)),
-      events_(static_cast<IConnectionPointContainer*>(this), DIID___Application) {}
+      events_(static_cast<IConnectionPointContainer*>(this), DIID___Application),
+      bridge_(std::make_shared<EventBridge>(this)) {}
+
+ApplicationObject::~ApplicationObject() {
+  bridge_->Detach();
+  if (cookie_ == 0) return;
+  try {
+    core_->Unadvise(cookie_);
+  } catch (...) {
+    // The bridge is detached; an event it still gets goes nowhere.
+  }
+}
+
+void ApplicationObject::ListenWhenHeard() {
+  // Without a sink nobody hears Progress, and the reader need not call out
+  // once per item for nothing.
+  if (cookie_ != 0 || events_.SinkCount() == 0) return;
+  cookie_ = core_->Advise(bridge_);
+}
 
 // _Application ------------------------------------------------------------
 
@@ -83,8 +139,15 @@ HRESULT ApplicationObject::get_OutlookItems(_OutlookItems** oOutlookItems) noexc
   return Boundary(kItf, [&] { *oOutlookItems = Wrap(core_->OutlookItems()); });
 }
 
-HRESULT ApplicationObject::ReadItems(VARIANT*) noexcept {
-  return NotImplemented(kItf, u"Application.ReadItems");
+HRESULT ApplicationObject::ReadItems(VARIANT* FolderDataList) noexcept {
+  // Empty, Nothing or a left-out list reach the core as no list, which
+  // resets and reads nothing.
+  return Boundary(kItf, [&] {
+    std::shared_ptr<IFolderList> folders =
+        FolderDataList != nullptr ? HostFolderList::From(*FolderDataList) : nullptr;
+    ListenWhenHeard();
+    core_->ReadItems(std::move(folders));
+  });
 }
 
 HRESULT ApplicationObject::ReadMasterlist() noexcept {

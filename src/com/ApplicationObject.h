@@ -12,6 +12,13 @@ namespace t4::com {
 // COM face of t4::Application: the creatable root object. It answers
 // _Application (default) and _ILanguage, and offers the __Application
 // events through a connection point.
+//
+// Events: Progress comes only from ReadItems. The first ReadItems that finds
+// a sink advised subscribes an EventBridge to the core; the bridge points
+// back at the wrapper without a reference (the core never keeps the wrapper
+// alive), and the wrapper detaches and unsubscribes it when it dies. The
+// bridge raises Progress on every advised sink through IDispatch::Invoke,
+// bCancel as VT_BYREF|VT_BOOL.
 class ApplicationObject final
     : public ComObject<ApplicationObject, DispatchImpl<_Application>, DispatchImpl<_ILanguage>,
                        IConnectionPointContainer, IProvideClassInfo2> {
@@ -19,7 +26,8 @@ class ApplicationObject final
   // Class factory entry: a new root object with a new core Application.
   static HRESULT Create(REFIID iid, void** object) noexcept;
 
-  explicit ApplicationObject(std::shared_ptr<Application> core) noexcept;
+  explicit ApplicationObject(std::shared_ptr<Application> core);
+  ~ApplicationObject();
 
   // _Application
   HRESULT STDMETHODCALLTYPE ToILanguage(_ILanguage** oLanguage) noexcept override;
@@ -56,8 +64,15 @@ class ApplicationObject final
   const std::shared_ptr<Application>& Core() const noexcept { return core_; }
 
  private:
+  class EventBridge;
+
+  // Subscribes the bridge to the core once a sink listens.
+  void ListenWhenHeard();
+
   std::shared_ptr<Application> core_;
   ConnectionPoint events_;
+  std::shared_ptr<EventBridge> bridge_;
+  int32_t cookie_ = 0;
 };
 
 }  // namespace t4::com

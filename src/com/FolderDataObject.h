@@ -8,11 +8,26 @@
 
 namespace t4::com {
 
+// How the COM layer recognises one of its own FolderData wrappers among the
+// objects of a folder list a host hands to ReadItems. Private: not in the
+// type library, never marshalled.
+struct IFolderDataCore : public IUnknown {
+  virtual std::shared_ptr<FolderData> STDMETHODCALLTYPE CoreFolderData() noexcept = 0;
+};
+
+}  // namespace t4::com
+
+__CRT_UUID_DECL(t4::com::IFolderDataCore, 0x3b7e2d41, 0x9c58, 0x4f0a, 0xa6, 0x13, 0x5e, 0x8d, 0x21,
+                0xc4, 0x7f, 0x90)
+
+namespace t4::com {
+
 // COM face of t4::FolderData: the creatable record of one folder that a
 // host hands to Application.ReadItems. Answers _FolderData (default) and
 // _ILanguage.
-class FolderDataObject final : public ComObject<FolderDataObject, DispatchImpl<_FolderData>,
-                                                DispatchImpl<_ILanguage>, IProvideClassInfo2> {
+class FolderDataObject final
+    : public ComObject<FolderDataObject, DispatchImpl<_FolderData>, DispatchImpl<_ILanguage>,
+                       IProvideClassInfo2, IFolderDataCore> {
  public:
   static HRESULT Create(REFIID iid, void** object) noexcept;
 
@@ -36,6 +51,9 @@ class FolderDataObject final : public ComObject<FolderDataObject, DispatchImpl<_
   // IProvideClassInfo2
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
   HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
+
+  // IFolderDataCore
+  std::shared_ptr<FolderData> STDMETHODCALLTYPE CoreFolderData() noexcept override { return core_; }
 
   // The core object (ReadItems takes the folders of the list through it).
   const std::shared_ptr<FolderData>& Core() const noexcept { return core_; }

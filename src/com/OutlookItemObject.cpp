@@ -9,6 +9,7 @@
 #include "com/Variants.h"
 #include "com/Wrappers.h"
 #include "model/Category.h"
+#include "platform/win32/DispatchClientObject.h"
 
 namespace t4::com {
 
@@ -111,8 +112,17 @@ HRESULT OutlookItemObject::get_Folder(BSTR* sFolder) noexcept {
 }
 
 HRESULT OutlookItemObject::GetOutlookItem(IDispatch** oItem) noexcept {
-  if (oItem != nullptr) *oItem = nullptr;
-  return NotImplemented(kItf, u"OutlookItem.GetOutlookItem");
+  if (oItem == nullptr) return E_POINTER;
+  *oItem = nullptr;
+  // Outlook's own item goes to the host as Outlook handed it out; an item
+  // Outlook does not find is Nothing.
+  return Boundary(kItf, [&] {
+    const std::shared_ptr<IClientObject> item = core_->GetOutlookItem();
+    const auto* client = dynamic_cast<const win32::DispatchClientObject*>(item.get());
+    if (client == nullptr || client->Object() == nullptr) return;
+    client->Object()->AddRef();
+    *oItem = client->Object();
+  });
 }
 
 HRESULT OutlookItemObject::get_ID(LONG* lID) noexcept {

@@ -74,6 +74,8 @@ wineserver -w
 workdir=$WINEPREFIX/drive_c/t4tests
 mkdir -p "$workdir"
 cp "$dll" "${programs[@]}" "$standin" "$standin_program" "$workdir/"
+# The stand-in's test mailbox, which the scripts and programs load.
+cp "$here/data/mailbox.txt" "$workdir/"
 shopt -s nullglob
 scripts=()
 # Each script runs with the shared helpers of lib/prelude.<ext> in front of
@@ -84,6 +86,12 @@ for script in "$here"/*.vbs "$here"/*.js; do
 done
 shopt -u nullglob
 cat "$here/lib/prelude.vbs" "$here/standin/standin.vbs" > "$workdir/standin.vbs"
+readitems_scripts=()
+for script in "$here"/readitems/*.vbs "$here"/readitems/*.js; do
+  [ -f "$script" ] || continue
+  cat "$here/lib/prelude.${script##*.}" "$script" > "$workdir/$(basename "$script")"
+  readitems_scripts+=("$(basename "$script")")
+done
 # Expects the classes to be gone, so it runs only after unregistration.
 cp "$here/unregistered/unregistered.vbs" "$workdir/"
 # Driven step by step from here, with registry checks in between.
@@ -142,7 +150,9 @@ all_keys() {
 # The stand-in's classes: CLSID and ProgID.
 standin_classes=('{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A01}' Tandrel4Test.Outlook
                  '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A02}' Tandrel4Test.OutlookNoEvents
-                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A03}' dimdo.dimdosession)
+                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A03}' dimdo.dimdosession
+                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A04}' dimdo.sfUtils
+                 '{6A0F1B52-3C4D-4E8A-9B71-2D5E8C1F0A05}' dimdo.sfTable)
 standin_keys() {
   local i
   for ((i = 0; i < ${#standin_classes[@]}; i += 2)); do
@@ -310,6 +320,12 @@ done
 
 run_test t4_conformance wine t4_conformance.exe
 run_test t4_com_internal wine t4_com_internal.exe
+# Reading Outlook's items end to end (ReadItems, Progress, SaveChanges of
+# items, GetOutlookItem) over the stand-in's test mailbox.
+for script in "${readitems_scripts[@]}"; do
+  run_test "$script" wine cscript //nologo "$script"
+done
+run_test "t4_conformance readitems" wine t4_conformance.exe readitems
 run_test standin.vbs wine cscript //nologo standin.vbs
 run_test t4_standin_events wine t4_standin_events.exe
 

@@ -1,5 +1,7 @@
 #include "platform/win32/Dispatcher.h"
 
+#include <dispex.h>
+
 #include <new>
 #include <string>
 #include <vector>
@@ -82,10 +84,8 @@ int32_t Dispatcher::NumberOf(HRESULT hr) noexcept {
 Variant Dispatcher::Invoke(std::u16string_view name, WORD flags, std::span<Variant> args,
                            const VARIANT* putValue) const {
   if (!object_) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
-  std::wstring wide(reinterpret_cast<const wchar_t*>(name.data()), name.size());
-  LPOLESTR names[] = {wide.data()};
   DISPID id = DISPID_UNKNOWN;
-  HRESULT hr = object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+  HRESULT hr = IdOf(name, id);
   if (hr == DISP_E_UNKNOWNNAME || hr == DISP_E_MEMBERNOTFOUND) {
     throw RunTimeError::Make(RunTimeError::kObjectDoesntSupportMember);
   }
@@ -135,8 +135,42 @@ Variant Dispatcher::Get(std::u16string_view name, std::span<Variant> args) const
   return Invoke(name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, args, nullptr);
 }
 
+Variant Dispatcher::GetProperty(std::u16string_view name) const {
+  return Invoke(name, DISPATCH_PROPERTYGET, {}, nullptr);
+}
+
 void Dispatcher::Put(std::u16string_view name, Variant value, std::span<Variant> args) const {
   Invoke(name, DISPATCH_PROPERTYPUT, args, &value.Raw());
+}
+
+void Dispatcher::PutRef(std::u16string_view name, Variant value, std::span<Variant> args) const {
+  Invoke(name, DISPATCH_PROPERTYPUTREF, args, &value.Raw());
+}
+
+bool Dispatcher::Has(std::u16string_view name) const {
+  if (!object_) return false;
+  DISPID id = DISPID_UNKNOWN;
+  return SUCCEEDED(IdOf(name, id));
+}
+
+HRESULT Dispatcher::IdOf(std::u16string_view name, DISPID& id) const {
+  std::wstring wide(reinterpret_cast<const wchar_t*>(name.data()), name.size());
+  LPOLESTR names[] = {wide.data()};
+  id = DISPID_UNKNOWN;
+  HRESULT hr = object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+  if (hr != E_NOTIMPL) return hr;
+  // Some script objects (Wine's VBScript class instances) answer names only
+  // through IDispatchEx, as script engines ask them.
+  IDispatchEx* ex = nullptr;
+  if (FAILED(object_->QueryInterface(__uuidof(IDispatchEx), reinterpret_cast<void**>(&ex))) ||
+      ex == nullptr) {
+    return hr;
+  }
+  BSTR text = ::SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
+  hr = text != nullptr ? ex->GetDispID(text, fdexNameCaseInsensitive, &id) : E_OUTOFMEMORY;
+  ::SysFreeString(text);
+  ex->Release();
+  return hr;
 }
 
 Dispatcher Dispatcher::GetObject(std::u16string_view name, std::span<Variant> args) const {

@@ -34,8 +34,15 @@ class Dispatcher {
   Variant Call(std::u16string_view name, std::span<Variant> args = {}) const;
   // A property value, or the result of a method used as one (Item(i)).
   Variant Get(std::u16string_view name, std::span<Variant> args = {}) const;
+  // A property value read with DISPATCH_PROPERTYGET alone, for objects
+  // that refuse a plain value invoked as a method (JScript's).
+  Variant GetProperty(std::u16string_view name) const;
   // Puts `value` (after `args`, the property's own index arguments).
   void Put(std::u16string_view name, Variant value, std::span<Variant> args = {}) const;
+  // Puts an object reference (DISPATCH_PROPERTYPUTREF, VB's Set).
+  void PutRef(std::u16string_view name, Variant value, std::span<Variant> args = {}) const;
+  // True when the object knows a member of this name.
+  bool Has(std::u16string_view name) const;
   // A property or method result that must be an object.
   Dispatcher GetObject(std::u16string_view name, std::span<Variant> args = {}) const;
 
@@ -51,6 +58,9 @@ class Dispatcher {
  private:
   Variant Invoke(std::u16string_view name, WORD flags, std::span<Variant> args,
                  const VARIANT* putValue) const;
+  // The member's dispatch id (GetIDsOfNames, or IDispatchEx::GetDispID for
+  // objects that only answer that way).
+  HRESULT IdOf(std::u16string_view name, DISPID& id) const;
 
   DispatchPtr object_;
 };

@@ -1,5 +1,6 @@
 #include "platform/win32/Variant.h"
 
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -189,6 +190,41 @@ Variant Variant::TextRef(std::u16string_view text) {
   *v.slot_ = ToBstr(text);
   V_VT(&v.value_) = VT_BYREF | VT_BSTR;
   V_BSTRREF(&v.value_) = v.slot_;
+  return v;
+}
+
+Variant Variant::LongArray(const std::vector<int32_t>& values) {
+  SAFEARRAY* array = ::SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(values.size()));
+  if (array == nullptr) throw std::bad_alloc();
+  Variant v;
+  V_VT(&v.value_) = VT_ARRAY | VT_VARIANT;
+  V_ARRAY(&v.value_) = array;
+  for (size_t i = 0; i < values.size(); ++i) {
+    Variant item = Long(values[i]);
+    LONG index = static_cast<LONG>(i);
+    if (FAILED(::SafeArrayPutElement(array, &index, &item.value_))) throw std::bad_alloc();
+  }
+  return v;
+}
+
+Variant Variant::Bytes(const std::string& bytes) {
+  SAFEARRAY* array = ::SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
+  if (array == nullptr) throw std::bad_alloc();
+  Variant v;
+  V_VT(&v.value_) = VT_ARRAY | VT_UI1;
+  V_ARRAY(&v.value_) = array;
+  if (!bytes.empty()) {
+    void* data = nullptr;
+    if (FAILED(::SafeArrayAccessData(array, &data))) throw std::bad_alloc();
+    std::memcpy(data, bytes.data(), bytes.size());
+    ::SafeArrayUnaccessData(array);
+  }
+  return v;
+}
+
+Variant Variant::Copy(const VARIANT& value) {
+  Variant v;
+  CopyDirect(value, v.Out());
   return v;
 }
 

@@ -42,6 +42,15 @@ class Variant {
   static Variant TextArray(const std::vector<std::u16string>& texts);
   // VT_BYREF|VT_BSTR over a slot holding `text`.
   static Variant TextRef(std::u16string_view text);
+  // A one-dimensional, 0-based SAFEARRAY of VARIANTs each holding a VT_I4
+  // (VT_ARRAY|VT_VARIANT), as a VB client passes a Variant array of Longs.
+  static Variant LongArray(const std::vector<int32_t>& values);
+  // A one-dimensional, 0-based SAFEARRAY of bytes (VT_ARRAY|VT_UI1), VB's
+  // Byte array, which is how binary MAPI values travel.
+  static Variant Bytes(const std::string& bytes);
+  // A copy of `value` with every reference resolved (scripts and VB pass
+  // variables by reference; the copy outlives them).
+  static Variant Copy(const VARIANT& value);
 
   // The value as text, number, truth value or object. ToObject raises 424
   // for a value that is no object and 91 for Nothing.
@@ -56,6 +65,11 @@ class Variant {
   std::u16string RefText() const;
 
   bool IsEmpty() const noexcept { return V_VT(&value_) == VT_EMPTY; }
+  // Nothing: an object value without an object.
+  bool IsNothing() const noexcept {
+    return (V_VT(&value_) == VT_DISPATCH && V_DISPATCH(&value_) == nullptr) ||
+           (V_VT(&value_) == VT_UNKNOWN && V_UNKNOWN(&value_) == nullptr);
+  }
   const VARIANT& Raw() const noexcept { return value_; }
   // Clears the value and hands the VARIANT out to be filled, for an
   // [out, retval] of a call.

@@ -5,7 +5,9 @@
 
 #include <atomic>
 #include <utility>
+#include <vector>
 
+#include "platform/win32/DispatchClientObject.h"
 #include "platform/win32/Dispatcher.h"
 #include "support/RunTimeError.h"
 
@@ -191,9 +193,18 @@ void Win32ClientApp::UnadviseQuit() {
 
 namespace t4::win32 {
 
-std::shared_ptr<IClientObject> Win32ClientApp::GetItemFromID(const std::u16string&,
-                                                             const std::u16string&) {
-  throw RunTimeError::Make(RunTimeError::kObjectDoesntSupportMember);
+std::shared_ptr<IClientObject> Win32ClientApp::GetItemFromID(const std::u16string& entryId,
+                                                             const std::u16string& storeId) {
+  // GetNamespace("MAPI").GetItemFromID(EntryIDItem, [EntryIDStore]); without
+  // a store Outlook looks in the default one.
+  Variant mapi[] = {Variant::Text(u"MAPI")};
+  const Dispatcher ns = Dispatcher(outlook_).GetObject(u"GetNamespace", mapi);
+  std::vector<Variant> args;
+  args.push_back(Variant::Text(entryId));
+  if (!storeId.empty()) args.push_back(Variant::Text(storeId));
+  const Variant item = ns.Get(u"GetItemFromID", args);
+  if (item.IsEmpty() || item.IsNothing()) return nullptr;
+  return std::make_shared<DispatchClientObject>(item.ToObject());
 }
 
 }  // namespace t4::win32

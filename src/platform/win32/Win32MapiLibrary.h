@@ -4,9 +4,10 @@
 
 namespace t4::win32 {
 
-// The MAPI library's session object, created by its programmatic
-// identifier "dimdo.dimdosession" and driven late bound. A session that
-// cannot be created raises 429, as CreateObject does.
+// The MAPI library's objects, created by their programmatic identifiers
+// ("dimdo." + class word: "dimdosession", "sfUtils" or "sfutils",
+// "sfTable") and driven late bound. An object that cannot be created raises
+// 429, as CreateObject does.
 class Win32MapiLibrary : public IMapiLibrary {
  public:
   std::shared_ptr<IMapiSession> CreateSession() override;

@@ -16,6 +16,7 @@
 #include "DispatchProbe.h"
 #include "EventRecorder.h"
 #include "ObjectModel.h"
+#include "ProgressTests.h"
 #include "TestLog.h"
 #include "com/Tandrel4_h.h"
 
@@ -714,8 +715,11 @@ void TestTypeLibrary() {
       ok = t4test::MemberName(info, func->memid) == source.methods[i] &&
            func->memid == static_cast<MEMBERID>(i + 1);
       if (ok && std::wstring(source.methods[i]) == L"Progress") {
+        // bCancel is [in, out] VARIANT_BOOL*, VB's ByRef bCancel As Boolean.
         ok = func->cParams == 3 && func->lprgelemdescParam[2].tdesc.vt == VT_PTR &&
-             func->lprgelemdescParam[2].tdesc.lptdesc->vt == VT_VARIANT;
+             func->lprgelemdescParam[2].tdesc.lptdesc->vt == VT_BOOL &&
+             (func->lprgelemdescParam[2].paramdesc.wParamFlags &
+              (PARAMFLAG_FIN | PARAMFLAG_FOUT)) == (PARAMFLAG_FIN | PARAMFLAG_FOUT);
       }
       info->ReleaseFuncDesc(func);
     }
@@ -1487,8 +1491,15 @@ void TestModule() {
 
 }  // namespace
 
-int wmain() {
+// With the argument "readitems" only the checks of reading Outlook's items
+// run (ProgressTests.h); the test run calls that as a step of its own.
+int wmain(int argc, wchar_t** argv) {
   if (!TestLog::CheckHr(::CoInitialize(nullptr), S_OK, "CoInitialize")) return TestLog::Summary();
+  if (argc > 1 && std::wstring(argv[1]) == L"readitems") {
+    t4test::TestProgressEvents();
+    ::CoUninitialize();
+    return TestLog::Summary();
+  }
   TestCreation();
   TestIdentityAndRefCounts();
   TestDispatch();

@@ -23,6 +23,7 @@ class StackObject : public I {
 // The named item T: Check(ok, name, detail).
 class Checker final : public StackDispatch {
  public:
+  explicit Checker(std::string prefix) : prefix_(std::move(prefix)) {}
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) override {
     if (count != 1 || ::lstrcmpiW(names[0], L"Check") != 0) {
@@ -44,12 +45,15 @@ class Checker final : public StackDispatch {
     ::VariantChangeType(&name, &params->rgvarg[1], 0, VT_BSTR);
     ::VariantChangeType(&detail, &params->rgvarg[0], 0, VT_BSTR);
     TestLog::Check(V_VT(&ok) == VT_BOOL && V_BOOL(&ok) != VARIANT_FALSE,
-                   "vbs: " + TestLog::Utf8(V_VT(&name) == VT_BSTR ? V_BSTR(&name) : L"?"),
+                   prefix_ + TestLog::Utf8(V_VT(&name) == VT_BSTR ? V_BSTR(&name) : L"?"),
                    TestLog::Utf8(V_VT(&detail) == VT_BSTR ? V_BSTR(&detail) : L"?"));
     ::VariantClear(&name);
     ::VariantClear(&detail);
     return S_OK;
   }
+
+ private:
+  std::string prefix_;
 };
 
 class Site final : public StackObject<IActiveScriptSite> {
@@ -117,25 +121,25 @@ class Site final : public StackObject<IActiveScriptSite> {
   IDispatch* checker_;
 };
 
-}  // namespace
-
-bool RunVBScript(const std::wstring& code,
-                 const std::vector<std::pair<std::wstring, IDispatch*>>& objects,
-                 std::wstring& error) {
+// Runs `code` in the script engine of ProgID `language`; checks are
+// reported with `prefix` in front of their names.
+bool RunScript(const wchar_t* language, const std::string& prefix, const std::wstring& code,
+               const std::vector<std::pair<std::wstring, IDispatch*>>& objects,
+               std::wstring& error) {
   CLSID clsid = GUID_NULL;
-  if (FAILED(::CLSIDFromProgID(L"VBScript", &clsid))) {
-    error = L"no VBScript engine";
+  if (FAILED(::CLSIDFromProgID(language, &clsid))) {
+    error = std::wstring(L"no engine for ") + language;
     return false;
   }
   IActiveScript* engine = nullptr;
   if (FAILED(::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IActiveScript,
                                 reinterpret_cast<void**>(&engine)))) {
-    error = L"VBScript engine not created";
+    error = std::wstring(language) + L" engine not created";
     return false;
   }
   IActiveScriptParse* parse = nullptr;
   engine->QueryInterface(__uuidof(IActiveScriptParse), reinterpret_cast<void**>(&parse));
-  Checker checker;
+  Checker checker(prefix);
   Site site(objects, &checker);
   bool ok =
       parse != nullptr && SUCCEEDED(parse->InitNew()) && SUCCEEDED(engine->SetScriptSite(&site));
@@ -164,6 +168,20 @@ bool RunVBScript(const std::wstring& code,
   engine->Release();
   error = site.error;
   return ok;
+}
+
+}  // namespace
+
+bool RunVBScript(const std::wstring& code,
+                 const std::vector<std::pair<std::wstring, IDispatch*>>& objects,
+                 std::wstring& error) {
+  return RunScript(L"VBScript", "vbs: ", code, objects, error);
+}
+
+bool RunJScript(const std::wstring& code,
+                const std::vector<std::pair<std::wstring, IDispatch*>>& objects,
+                std::wstring& error) {
+  return RunScript(L"JScript", "js: ", code, objects, error);
 }
 
 }  // namespace t4test

@@ -17,5 +17,9 @@ namespace t4test {
 bool RunVBScript(const std::wstring& code,
                  const std::vector<std::pair<std::wstring, IDispatch*>>& objects,
                  std::wstring& error);
+// The same in JScript: `T.Check(ok, name, detail)`.
+bool RunJScript(const std::wstring& code,
+                const std::vector<std::pair<std::wstring, IDispatch*>>& objects,
+                std::wstring& error);
 
 }  // namespace t4test

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "ConnectionPointEnum.h"
+#include "Mailbox.h"
 #include "NameSpaceObject.h"
 #include "StandInModule.h"
 #include "StandInState.h"
@@ -24,6 +25,9 @@ enum : DISPID {
   kLogonCount,
   kLogoffCount,
   kLastLogonArgs,
+  kLoadMailbox,
+  kMailboxSaveCount,
+  kOpenTables,
 };
 
 constexpr DispatchMember kMembers[] = {
@@ -38,6 +42,9 @@ constexpr DispatchMember kMembers[] = {
     {L"LogonCount", kLogonCount, kRead, 0, 0},
     {L"LogoffCount", kLogoffCount, kRead, 0, 0},
     {L"LastLogonArgs", kLastLogonArgs, kRead, 0, 0},
+    {L"LoadMailbox", kLoadMailbox, kRead, 1, 2},
+    {L"MailboxSaveCount", kMailboxSaveCount, kRead, 0, 0},
+    {L"OpenTables", kOpenTables, kRead, 0, 0},
 };
 
 // The dispatch id of ApplicationEvents(_11)::Quit.
@@ -119,6 +126,21 @@ HRESULT ApplicationObject::Call(DISPID id, Invocation& call) {
       return call.ReturnLong(state.logoffCount);
     case kLastLogonArgs:
       return call.ReturnString(state.lastLogonArgs);
+    case kLoadMailbox: {
+      // LoadMailbox(FixtureFile, [SaveFolder])
+      std::wstring path;
+      std::wstring saveFolder;
+      HRESULT hr = call.GetString(0, &path);
+      if (SUCCEEDED(hr) && !call.IsMissing(1)) hr = call.GetString(1, &saveFolder);
+      if (FAILED(hr)) return hr;
+      const std::wstring error = Mailbox::Get().Load(path, saveFolder);
+      if (!error.empty()) return call.Fail(E_INVALIDARG, error.c_str());
+      return S_OK;
+    }
+    case kMailboxSaveCount:
+      return call.ReturnLong(Mailbox::Get().saveCount);
+    case kOpenTables:
+      return call.ReturnLong(Mailbox::Get().tablesHoldingItem);
     default:
       return DISP_E_MEMBERNOTFOUND;
   }

@@ -12,7 +12,8 @@ namespace t4standin {
 // Application, what Outlook hands an add-in: Version (read and write, so a
 // test can play any Outlook version), GetNamespace("MAPI") and Session (the
 // same NameSpace every time) and Name; the test hooks FireQuit, SinkCount,
-// Reset and the session counters. With events it is a connection point
+// Reset, the session counters and the test mailbox's LoadMailbox,
+// MailboxSaveCount and OpenTables. With events it is a connection point
 // container for ApplicationEvents and ApplicationEvents_11; without, it does
 // not answer IConnectionPointContainer at all.
 class ApplicationObject final : public DispatchObject, public IConnectionPointContainer {

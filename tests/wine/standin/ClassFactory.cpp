@@ -3,6 +3,8 @@
 #include <new>
 
 #include "ApplicationObject.h"
+#include "MapiTableObject.h"
+#include "MapiUtilsObject.h"
 #include "SessionObject.h"
 #include "StandInModule.h"
 
@@ -26,6 +28,10 @@ HRESULT ClassFactory::GetClassObject(REFCLSID clsid, REFIID iid, void** object) 
     kind = kApplicationNoEvents;
   } else if (IsEqualCLSID(clsid, CLSID_StandInSession)) {
     kind = kSession;
+  } else if (IsEqualCLSID(clsid, CLSID_StandInUtils)) {
+    kind = kUtils;
+  } else if (IsEqualCLSID(clsid, CLSID_StandInTable)) {
+    kind = kTable;
   } else {
     return CLASS_E_CLASSNOTAVAILABLE;
   }
@@ -72,6 +78,12 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID riid, void** object
         break;
       case kSession:
         created = SessionObject::Create();
+        break;
+      case kUtils:
+        created = MapiUtilsObject::Create();
+        break;
+      case kTable:
+        created = MapiTableObject::Create();
         break;
     }
   } catch (const std::bad_alloc&) {

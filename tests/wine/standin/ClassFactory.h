@@ -5,10 +5,10 @@
 
 namespace t4standin {
 
-// The class object of one of the three creatable classes.
+// The class object of one of the creatable classes.
 class ClassFactory final : public IClassFactory {
  public:
-  enum Kind { kApplication, kApplicationNoEvents, kSession };
+  enum Kind { kApplication, kApplicationNoEvents, kSession, kUtils, kTable };
 
   // DllGetClassObject: the class object for `clsid`, asked for as `iid`.
   static HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** object) noexcept;

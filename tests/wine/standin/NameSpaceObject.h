@@ -4,8 +4,9 @@
 
 namespace t4standin {
 
-// NameSpace, what GetNamespace("MAPI") returns: Categories, DefaultStore
-// and Type. It hands out the same Categories and Store objects every time.
+// NameSpace, what GetNamespace("MAPI") returns: Categories, DefaultStore,
+// Type and GetItemFromID(EntryIDItem, [EntryIDStore]) over the test mailbox.
+// It hands out the same Categories and Store objects every time.
 class NameSpaceObject final : public DispatchObject {
  public:
   static IDispatch* Create() { return new NameSpaceObject(); }
@@ -16,6 +17,8 @@ class NameSpaceObject final : public DispatchObject {
  private:
   NameSpaceObject();
   ~NameSpaceObject() override;
+
+  HRESULT GetItemFromID(Invocation& call);
 
   IDispatch* categories_ = nullptr;
   IDispatch* store_ = nullptr;

@@ -21,6 +21,8 @@ const ClassEntry kClasses[] = {
     {&CLSID_StandInApplicationNoEvents, L"Tandrel4Test.OutlookNoEvents",
      L"Tandrel4 test stand-in for Outlook, without events"},
     {&CLSID_StandInSession, L"dimdo.dimdosession", L"Tandrel4 test stand-in MAPI session"},
+    {&CLSID_StandInUtils, L"dimdo.sfUtils", L"Tandrel4 test stand-in MAPI utilities"},
+    {&CLSID_StandInTable, L"dimdo.sfTable", L"Tandrel4 test stand-in MAPI table"},
 };
 
 std::wstring GuidText(const GUID& guid) {

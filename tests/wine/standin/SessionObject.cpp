@@ -1,17 +1,31 @@
 #include "SessionObject.h"
 
+#include "Mailbox.h"
+#include "MapiFolderObject.h"
+#include "MapiStoreObject.h"
+#include "StandInErrors.h"
 #include "StandInState.h"
 
 namespace t4standin {
 
 namespace {
 
-enum : DISPID { kLogon = 1, kLogoff, kLoggedOn };
+enum : DISPID {
+  kLogon = 1,
+  kLogoff,
+  kLoggedOn,
+  kGetFolderFromID,
+  kGetStoreFromID,
+  kCompareEntryIDs,
+};
 
 constexpr DispatchMember kMembers[] = {
     {L"Logon", kLogon, kRead, 0, 6},
     {L"Logoff", kLogoff, kRead, 0, 0},
     {L"LoggedOn", kLoggedOn, kRead, 0, 0},
+    {L"GetFolderFromID", kGetFolderFromID, kRead, 1, 2},
+    {L"GetStoreFromID", kGetStoreFromID, kRead, 1, 1},
+    {L"CompareEntryIDs", kCompareEntryIDs, kRead, 2, 2},
 };
 
 // Logon([ProfileName], [Password], [ShowDialog], [NewSession],
@@ -36,6 +50,18 @@ HRESULT SessionObject::Call(DISPID id, Invocation& call) {
       return S_OK;
     case kLoggedOn:
       return call.ReturnBool(loggedOn_);
+    case kGetFolderFromID:
+      return GetFolderFromID(call);
+    case kGetStoreFromID:
+      return GetStoreFromID(call);
+    case kCompareEntryIDs: {
+      std::wstring a;
+      std::wstring b;
+      HRESULT hr = call.GetString(0, &a);
+      if (SUCCEEDED(hr)) hr = call.GetString(1, &b);
+      if (FAILED(hr)) return hr;
+      return call.ReturnBool(Mailbox::SameId(a, b));
+    }
     default:
       return DISP_E_MEMBERNOTFOUND;
   }
@@ -71,6 +97,32 @@ HRESULT SessionObject::Logon(Invocation& call) {
   ++state.logonCount;
   loggedOn_ = true;
   return S_OK;
+}
+
+HRESULT SessionObject::GetFolderFromID(Invocation& call) {
+  std::wstring folderId;
+  std::wstring storeId;
+  HRESULT hr = call.GetString(0, &folderId);
+  if (SUCCEEDED(hr) && !call.IsMissing(1)) hr = call.GetString(1, &storeId);
+  if (FAILED(hr)) return hr;
+  const Mailbox& mailbox = Mailbox::Get();
+  std::shared_ptr<MailStore> store;
+  if (!storeId.empty()) {
+    store = mailbox.FindStore(storeId);
+    if (!store) return call.Fail(kNotFound, L"The store is not in this session.");
+  }
+  std::shared_ptr<MailFolder> folder = mailbox.FindFolder(folderId, store);
+  if (!folder) return call.Fail(kNotFound, L"The folder is not in this session.");
+  return call.ReturnObject(MapiFolderObject::Create(std::move(folder), this));
+}
+
+HRESULT SessionObject::GetStoreFromID(Invocation& call) {
+  std::wstring storeId;
+  HRESULT hr = call.GetString(0, &storeId);
+  if (FAILED(hr)) return hr;
+  std::shared_ptr<MailStore> store = Mailbox::Get().FindStore(storeId);
+  if (!store) return call.Fail(kNotFound, L"The store is not in this session.");
+  return call.ReturnObject(MapiStoreObject::Create(std::move(store), this));
 }
 
 }  // namespace t4standin

@@ -9,6 +9,8 @@ namespace t4standin {
 extern const CLSID CLSID_StandInApplication;          // Tandrel4Test.Outlook
 extern const CLSID CLSID_StandInApplicationNoEvents;  // Tandrel4Test.OutlookNoEvents
 extern const CLSID CLSID_StandInSession;              // dimdo.dimdosession
+extern const CLSID CLSID_StandInUtils;                // dimdo.sfUtils
+extern const CLSID CLSID_StandInTable;                // dimdo.sfTable
 
 // The source dispinterfaces of Outlook's Application events.
 extern const IID DIID_ApplicationEvents;     // {0006304E-0000-0000-C000-000000000046}

@@ -1,9 +1,9 @@
 ' The Outlook stand-in (T4OutlookStandIn.dll) through late binding, the way
 ' Tandrel4 will use it: CreateObject, Version, the NameSpace's Categories,
-' the rules of the default store and their category arrays, and the MAPI
-' session with the counters the Application keeps. Prints PASS/FAIL lines
-' and a SUMMARY.
-Const EXPECTED_CHECKS = 116
+' the rules of the default store and their category arrays, the MAPI
+' session with the counters the Application keeps, and the MAPI library over
+' the test mailbox. Prints PASS/FAIL lines and a SUMMARY.
+Const EXPECTED_CHECKS = 130
 
 ' Wine's VBScript has no Join.
 Function JoinArray(values)
@@ -274,6 +274,44 @@ Check Err.Number = 0 And noEvents.Version = "11.0.0.8312", "CreateObject(""Tandr
 Check noEvents.GetNamespace("MAPI").Categories.Count = 0, "it shares the process's categories", ""
 cats.Add "Shared"
 Check noEvents.GetNamespace("MAPI").Categories(1).Name = "Shared", "a category added through one Application shows in the other", ""
+app.Reset
+
+' --- The MAPI library over the test mailbox ----------------------------------------
+Dim fso, mbx, msession, mfolder, mstore, mitem, mmessage
+Set fso = CreateObject("Scripting.FileSystemObject")
+app.LoadMailbox fso.GetAbsolutePathName("mailbox.txt")
+Check Err.Number = 0, "LoadMailbox", Err.Description
+Set msession = CreateObject("dimdo.dimdosession")
+Set mfolder = msession.GetFolderFromID("0000f003", "0000AA01")
+Check mfolder.Name = "Projects" And mfolder.StoreID = "0000AA01", "GetFolderFromID with the store", mfolder.Name
+Check msession.GetFolderFromID("0000F001").Items.Count = 3, "GetFolderFromID without the store, Items.Count", ""
+Check mfolder.Session Is msession, "a folder's Session is the session that opened it", ""
+Err.Clear
+Set mbx = msession.GetFolderFromID("0000FFFF")
+Check Err.Number <> 0, "an unknown folder raises", Err.Number
+Err.Clear
+Set mstore = msession.GetStoreFromID("0000AA02")
+Check mstore.Name = "Archive" And mstore.GetDefaultFolder(6).Name = "Old mail", "GetStoreFromID and the Inbox", mstore.Name
+Check mstore.GetDefaultFolder(3) Is Nothing, "a default folder the store lacks is Nothing", ""
+Check msession.CompareEntryIDs("0000aa01", "0000AA01") And Not msession.CompareEntryIDs("0000AA01", "0000AA02"), "CompareEntryIDs", ""
+Set mmessage = mstore.GetMessageFromID("0000E101")
+mmessage.Categories = "Work;Old"
+Check mmessage.Categories = "Work;Old", "a message's Categories", mmessage.Categories
+mmessage.Save
+Check app.MailboxSaveCount = 1, "Save counts", app.MailboxSaveCount
+Set mitem = app.GetNamespace("MAPI").GetItemFromID("0000E101", "0000AA02")
+Check mitem.Subject = "Old one" And mitem.Categories = "Work, Old" And mitem.Class = 43, "GetItemFromID hands out the item with its saved categories", mitem.Categories
+Err.Clear
+n = CreateObject("dimdo.sfTable").RowCount
+Check Err.Number <> 0, "a table without an item refuses RowCount", Err.Number
+Err.Clear
+Check app.OpenTables = 0, "no table holds a raw table", app.OpenTables
+Check Not CreateObject("dimdo.sfUtils") Is Nothing, "CreateObject(""dimdo.sfUtils"")", Err.Description
+Set mitem = Nothing
+Set mmessage = Nothing
+Set mstore = Nothing
+Set mfolder = Nothing
+Set msession = Nothing
 app.Reset
 
 Finish EXPECTED_CHECKS

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/win32/Dispatcher.h"
+#include "support/IMapiUtils.h"
+
+namespace t4::win32 {
+
+// The utilities object of the MAPI library ("dimdo.sfUtils"), late bound:
+// GetIDsFromNames(MAPIProp, GUID, ID, bCreate), HrArrToString(Value),
+// HrGetOneProp(MAPIProp, PropTag). Raw objects go out as they came from
+// the library; binary data as a Byte array.
+class DispatchMapiUtils : public IMapiUtils {
+ public:
+  explicit DispatchMapiUtils(DispatchPtr utils) : utils_(std::move(utils)) {}
+
+  int32_t GetIDsFromNames(IMapiProp& object, const std::u16string& guid, const std::u16string& name,
+                          bool create) override;
+  std::u16string HrArrToString(const std::string& bytes) override;
+  MapiValue HrGetOneProp(IMapiProp& object, uint32_t propTag) override;
+
+ private:
+  Dispatcher utils_;
+};
+
+}  // namespace t4::win32
