@@ -155,6 +155,62 @@ TEST(MessageHeaders, ReadsOnlyTheHeaderOfALargeMessage) {
   EXPECT_EQ(h.Subject(), "s");
 }
 
+TEST(MessageHeaders, NothingPastTheHeaderBoundIsRead) {
+  test::TempConfigDirs dirs;
+  const std::string path = dirs.UserDir() + "/message";
+  // A field beyond 1 MiB of header is not seen, in memory or from a file.
+  const std::string bytes =
+      "Subject: s\nX-Big: " + std::string(MessageHeaders::kMaxHeaderBytes + 1000, 'a') +
+      "\nKeywords: late\n\nbody\n";
+  test::TempConfigDirs::WriteFile(path, bytes);
+  MessageHeaders h;
+  ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
+  EXPECT_FALSE(h.HasKeywords());
+  EXPECT_EQ(h.Subject(), "s");
+  EXPECT_FALSE(MessageHeaders::Parse(bytes).HasKeywords());
+  // Within the bound it is.
+  const std::string small =
+      "Subject: s\nX-Big: " + std::string(1000, 'a') + "\nKeywords: early\n\nbody\n";
+  EXPECT_EQ(MessageHeaders::Parse(small).Keywords(), std::vector<std::string>{"early"});
+}
+
+TEST(MessageHeaders, PlainHeadersTakeTheFastPathAndReadAsWithGMime) {
+  struct Case {
+    const char* what;
+    std::string message;
+    bool fast;
+  };
+  const Case cases[] = {
+      {"typical", "From: a@b\nSubject:  Hello  World \nKeywords: Rot, Blau,,\n\nbody\n", true},
+      {"folded", "Subject: a\r\n\tb\r\nKeywords: x,\r\n y\r\n\r\n", true},
+      {"contact", "Content-Type: text/x-vcard; charset=us-ascii\n\n", true},
+      {"class", "X-Message-Class:\nX-Message-Class: IPM.Note.X\n\n", true},
+      {"empty keywords", "Keywords:\nkeywords: \n\n", true},
+      {"no header", "\nbody", true},
+      {"encoded word", "Subject: =?UTF-8?Q?a?=\n\n", false},
+      {"8-bit", "Subject: \xC3\xA4\n\n", false},
+      {"calendar", "Content-Type: text/calendar\n\nBEGIN:VTODO\n", false},
+      {"multipart", "Content-Type: multipart/mixed; boundary=b\n\n--b\n\n--b--\n", false},
+      {"two content types", "Content-Type: text/plain\nContent-Type: text/vcard\n\n", false},
+      {"comment", "Content-Type: text/vcard (card)\n\n", false},
+      {"no colon", "From someone\nSubject: s\n\n", false},
+      {"blank in the name", "Subject : s\n\n", false},
+      {"continuation first", " a\nSubject: s\n\n", false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    MessageHeaders fast;
+    const std::string header(c.message.substr(0, MessageHeaders::HeaderLength(c.message)));
+    EXPECT_EQ(MessageHeaders::ParseAscii(header, fast), c.fast);
+    const MessageHeaders parsed = MessageHeaders::Parse(c.message);
+    const MessageHeaders slow = MessageHeaders::ParseWithGMime(c.message);
+    EXPECT_EQ(parsed.HasKeywords(), slow.HasKeywords());
+    EXPECT_EQ(parsed.Keywords(), slow.Keywords());
+    EXPECT_EQ(parsed.Subject(), slow.Subject());
+    EXPECT_EQ(parsed.MessageClass(), slow.MessageClass());
+  }
+}
+
 TEST(MessageHeaders, MissingFile) {
   MessageHeaders h;
   EXPECT_FALSE(MessageHeaders::ReadFile("/nonexistent/tandrel4/message", h));
