@@ -284,12 +284,36 @@ TEST(MaildirUtils, StoreWithoutKeywordsProperty) {
   EXPECT_EQ(static_cast<uint32_t>(
                 utils->GetIDsFromNames(*without->MAPIOBJECT(), kPublicStrings, u"Keywords", true)),
             0x80230000u);
+  const std::string ini = TestProfile::Read(profile.StoreDir(2) / "store.ini");
+  EXPECT_NE(ini.find("\nKeywords=1\n"), std::string::npos) << ini;
+  EXPECT_EQ(ini.find("Keywords=0"), std::string::npos) << ini;
+  EXPECT_NE(ini.find("DisplayName=Archiv 2\n"), std::string::npos) << ini;
   auto reopened = Inbox(*session, profile.StoreId(2));
   EXPECT_NO_THROW(
       utils->GetIDsFromNames(*reopened->MAPIOBJECT(), kPublicStrings, u"Keywords", false));
   EXPECT_EQ(utils->HrArrToString(std::string("\x01\xab", 2)), u"01AB");
   EXPECT_EQ(NumberOf([&] { profile.Library().CreateUtils(u"sfTable"); }),
             RunTimeError::kCantCreateObject);
+}
+
+TEST(MaildirUtils, CreatingTheNameKeepsTheRestOfStoreIni) {
+  TestProfile profile({.seed = 2, .stores = 1, .folders = 0, .messages = 2});
+  const std::filesystem::path ini = profile.StoreDir(1) / "store.ini";
+  std::string text = TestProfile::Read(ini);
+  text.erase(text.find("Keywords=1\n"), 11);
+  text = "; made by hand\r\n" + text + "[Other]\nKeywords=7\n";
+  test::TempConfigDirs::WriteFile(ini.string(), text);
+  auto session = profile.Session();
+  auto utils = profile.Library().CreateUtils(u"sfUtils");
+  auto inbox = Inbox(*session, profile.StoreId(1));
+  EXPECT_EQ(NumberOf([&] {
+              utils->GetIDsFromNames(*inbox->MAPIOBJECT(), kPublicStrings, u"Keywords", false);
+            }),
+            MapiError::kNotFound);
+  utils->GetIDsFromNames(*inbox->MAPIOBJECT(), kPublicStrings, u"Keywords", true);
+  std::string expected = text;
+  expected.insert(expected.find("[Store]\n") + 8, "Keywords=1\n");
+  EXPECT_EQ(TestProfile::Read(ini), expected);
 }
 
 TEST(MaildirUtils, JunkFolderThroughAdditionalRenEntryIds) {
