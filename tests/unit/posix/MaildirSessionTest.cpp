@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -203,6 +204,15 @@ TEST(MaildirTable, RowsHoldTheRequestedColumns) {
   }
   EXPECT_GT(withKeywords, 0);
   EXPECT_GT(without, 0);
+  // The generated kinds of item, by their message class.
+  const std::set<std::u16string> kinds = {u"IPM.Note", u"IPM.Appointment", u"IPM.Task",
+                                          u"IPM.Contact"};
+  std::set<std::u16string> classes;
+  for (const MapiRow& row : read.rows) {
+    EXPECT_TRUE(kinds.count(row[3].text)) << Utf::ToUtf8(row[3].text);
+    classes.insert(row[3].text);
+  }
+  EXPECT_GE(classes.size(), 3u);
 
   // The modification time is the file's, as an OLE date in UTC.
   struct stat info {};
@@ -226,6 +236,27 @@ TEST(MaildirTable, RowsHoldTheRequestedColumns) {
   EXPECT_EQ(table->GetRows(2).size(), 2u);
   table->SetItem(nullptr);
   EXPECT_EQ(table->RowCount(), 0);
+}
+
+TEST(MaildirTable, OnlyMessageFilesAreRows) {
+  TestProfile profile({.seed = 6, .stores = 1, .folders = 0, .messages = 4});
+  auto session = profile.Session();
+  const std::u16string storeId = profile.StoreId(1);
+  const std::filesystem::path inbox = profile.StoreDir(1);
+  const size_t before = TestProfile::MessageFiles(inbox).size();
+  // Not messages: a dot file, a folder, a file in tmp/.
+  test::TempConfigDirs::WriteFile((inbox / "cur" / ".hidden").string(), "Subject: no\n\n");
+  std::filesystem::create_directory(inbox / "new" / "1.folder.host");
+  test::TempConfigDirs::WriteFile((inbox / "tmp" / "2.M1.host").string(), "Subject: no\n\n");
+  // Messages, however odd: empty, binary, no header.
+  test::TempConfigDirs::WriteFile((inbox / "new" / "3.M1.host").string(), "");
+  test::TempConfigDirs::WriteFile((inbox / "cur" / "4.M1.host:2,S").string(),
+                                  std::string("\0\xff\x01Keywords: x\n\n", 16));
+  test::TempConfigDirs::WriteFile((inbox / "cur" / "5.M1.host:2,").string(), "\nbody only\n");
+  const Read read =
+      ReadFolder(profile.Library(), *session, Inbox(*session, storeId)->EntryID(), storeId);
+  EXPECT_EQ(read.rows.size(), before + 3);
+  for (const MapiRow& row : read.rows) EXPECT_EQ(row[0].bytes.size(), 72u);
 }
 
 TEST(MaildirTable, EntryIdsStayAcrossRunsAndFlagRenames) {
