@@ -397,8 +397,9 @@ bool MessageHeaders::ReadFile(const std::string& path, MessageHeaders& out) {
       // end may have been split.
       const size_t from = searched > 2 ? searched - 2 : 0;
       size_t found = 0;
-      // Only complete lines count; a line start is needed to search from.
-      const size_t lineStart = from == 0 ? 0 : bytes.rfind('\n', from) + 1;
+      // The search starts at the beginning of a line.
+      const size_t newline = from == 0 ? std::string::npos : bytes.rfind('\n', from);
+      const size_t lineStart = newline == std::string::npos ? 0 : newline + 1;
       if (FindHeaderEnd(std::string_view(bytes).substr(lineStart), found)) {
         ended = true;
         headerLength = lineStart + found;

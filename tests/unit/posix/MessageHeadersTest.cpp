@@ -212,6 +212,26 @@ TEST(MessageHeaders, PlainHeadersTakeTheFastPathAndReadAsWithGMime) {
   }
 }
 
+TEST(MessageHeaders, ReadingAFileInStepsFindsTheHeaderEndAnywhere) {
+  test::TempConfigDirs dirs;
+  const std::string path = dirs.UserDir() + "/message";
+  // The empty line falls on, just before and just after the reading steps'
+  // boundaries (16 KiB), with LF and CR LF.
+  for (const size_t size : {16380u, 16381u, 16382u, 16383u, 16384u, 16385u, 32767u, 32768u}) {
+    for (const std::string eol : {"\n", "\r\n"}) {
+      SCOPED_TRACE(std::to_string(size) + (eol.size() == 2 ? " CR LF" : " LF"));
+      std::string header = "Subject: s" + eol + "Keywords: a, b" + eol + "X-Pad: ";
+      header += std::string(size - header.size() - eol.size(), 'p') + eol;
+      const std::string bytes = header + eol + "Keywords: body" + eol;
+      test::TempConfigDirs::WriteFile(path, bytes);
+      MessageHeaders h;
+      ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
+      EXPECT_EQ(h.Keywords(), (std::vector<std::string>{"a", " b"}));
+      EXPECT_EQ(MessageHeaders::HeaderLength(bytes), size + eol.size());
+    }
+  }
+}
+
 TEST(MessageHeaders, MissingFile) {
   MessageHeaders h;
   EXPECT_FALSE(MessageHeaders::ReadFile("/nonexistent/tandrel4/message", h));
