@@ -28,22 +28,26 @@ namespace {
 constexpr int kMessages = 10000;
 
 // One generated profile for the whole run: one store, all messages in its
-// Inbox and a Junk folder.
+// Inbox and a Junk folder. Its folder name lives in a plain array, which
+// the clean-up at exit can still read after the statics are gone.
+char gRoot[64] = "/tmp/tandrel4-bench-XXXXXX";
+
+void RemoveProfile() {
+  std::error_code ignored;
+  std::filesystem::remove_all(gRoot, ignored);
+}
+
 const std::filesystem::path& Profile() {
   static const std::filesystem::path dir = [] {
-    char pattern[] = "/tmp/tandrel4-bench-XXXXXX";
-    const std::filesystem::path made = ::mkdtemp(pattern);
+    if (::mkdtemp(gRoot) == nullptr) std::abort();
+    std::atexit(RemoveProfile);
     t4::tools::ProfileGenerator::Options options;
     options.seed = 7;
     options.stores = 1;
     options.folders = 0;
     options.messages = kMessages;
-    t4::tools::ProfileGenerator::Write(made / "profile", options);
-    std::atexit([] {
-      std::error_code ignored;
-      std::filesystem::remove_all(Profile().parent_path(), ignored);
-    });
-    return made / "profile";
+    t4::tools::ProfileGenerator::Write(std::filesystem::path(gRoot) / "profile", options);
+    return std::filesystem::path(gRoot) / "profile";
   }();
   return dir;
 }

@@ -73,8 +73,13 @@ std::string Hex(Numbers& numbers, int bytes) {
 
 std::string Guid(Numbers& numbers) {
   const std::string h = Hex(numbers, 16);
-  return "{" + h.substr(0, 8) + "-" + h.substr(8, 4) + "-" + h.substr(12, 4) + "-" +
-         h.substr(16, 4) + "-" + h.substr(20) + "}";
+  std::string guid = "{";
+  for (size_t i = 0; i < h.size(); ++i) {
+    if (i == 8 || i == 12 || i == 16 || i == 20) guid += '-';
+    guid += h[i];
+  }
+  guid += '}';
+  return guid;
 }
 
 void MakeMaildir(const std::filesystem::path& dir) {

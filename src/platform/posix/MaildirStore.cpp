@@ -209,7 +209,7 @@ std::vector<std::string> MaildirStore::FolderNames() const {
 
 bool MaildirStore::FindFolder(const MaildirEntryId::Key& key, std::string& folderName) const {
   if (key == MaildirEntryId::RootKey()) {
-    folderName = kRootName;
+    folderName = std::string(kRootName);
     return true;
   }
   for (const std::string& name : FolderNames()) {
