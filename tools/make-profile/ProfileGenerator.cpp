@@ -11,7 +11,11 @@
 
 #include "masterlist/Masterlist03.h"
 #include "platform/posix/KeywordsField.h"
+#include "platform/posix/MaildirFolder.h"
+#include "platform/posix/MaildirSession.h"
+#include "platform/posix/MaildirStore.h"
 #include "platform/posix/PosixRegistryFile.h"
+#include "support/IMapiItems.h"
 #include "support/Utf.h"
 
 namespace t4::tools {
@@ -69,8 +73,13 @@ std::string Hex(Numbers& numbers, int bytes) {
 
 std::string Guid(Numbers& numbers) {
   const std::string h = Hex(numbers, 16);
-  return "{" + h.substr(0, 8) + "-" + h.substr(8, 4) + "-" + h.substr(12, 4) + "-" +
-         h.substr(16, 4) + "-" + h.substr(20) + "}";
+  std::string guid = "{";
+  for (size_t i = 0; i < h.size(); ++i) {
+    if (i == 8 || i == 12 || i == 16 || i == 20) guid += '-';
+    guid += h[i];
+  }
+  guid += '}';
+  return guid;
 }
 
 void MakeMaildir(const std::filesystem::path& dir) {
@@ -147,6 +156,29 @@ std::string Message(Numbers& numbers, int index, bool withKeywords, bool unliste
 
 const char* ProfileGenerator::UnlistedCategory() {
   return kUnlisted;
+}
+
+std::string ProfileGenerator::FolderList(const std::filesystem::path& dir) {
+  std::string out = "EntryID;StoreID;Name;ItemsCount;HasChilds\r\n";
+  auto session = std::make_shared<posix::MaildirSession>(dir);
+  for (const auto& store : session->Stores()) {
+    const std::vector<std::string> names = store->FolderNames();
+    for (const std::string& name : names) {
+      auto folder = store->OpenFolder(name);
+      // Maildir++ children carry their parent's name and a dot in front of
+      // their own; the Inbox's children are the top-level folders.
+      const std::string prefix = name.empty() ? "." : name + ".";
+      bool children = false;
+      for (const std::string& other : names) {
+        children = children || (other != name && other.compare(0, prefix.size(), prefix) == 0 &&
+                                (!name.empty() || other.find('.', 1) == std::string::npos));
+      }
+      out += Utf::ToUtf8(folder->EntryID()) + ";" + Utf::ToUtf8(folder->StoreID()) + ";" +
+             Utf::ToUtf8(folder->Name()) + ";" + std::to_string(folder->Items()->Count()) + ";" +
+             (children ? "True" : "False") + "\r\n";
+    }
+  }
+  return out;
 }
 
 void ProfileGenerator::Write(const std::filesystem::path& out, const Options& options) {

@@ -36,6 +36,11 @@ class ProfileGenerator {
   // The name every generated profile uses on messages but leaves out of
   // its master lists.
   static const char* UnlistedCategory();
+  // Every folder of every store of the profile in `dir` (the root folders
+  // left out) in the folder list form hosts hand to FolderData:
+  // "EntryID;StoreID;Name;ItemsCount;HasChilds" and one line per folder,
+  // CR LF line ends, UTF-8.
+  static std::string FolderList(const std::filesystem::path& dir);
 };
 
 }  // namespace t4::tools

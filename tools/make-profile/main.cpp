@@ -1,11 +1,16 @@
 // make-profile: writes a mail profile for trying Tandrel4 out on POSIX.
 //
 //   make-profile --out DIR [--seed N] [--stores N] [--folders N]
-//                [--messages N] [--version TEXT]
+//                [--messages N] [--version TEXT] [--list FILE]
+//
+// --list writes the profile's folders in the folder list form FolderData
+// reads ("-" for the standard output).
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <fstream>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 
 #include "ProfileGenerator.h"
@@ -13,6 +18,7 @@
 int main(int argc, char** argv) {
   t4::tools::ProfileGenerator::Options options;
   std::string out;
+  std::string list;
   for (int i = 1; i < argc; ++i) {
     const std::string flag = argv[i];
     if (i + 1 >= argc) {
@@ -32,6 +38,8 @@ int main(int argc, char** argv) {
       options.messages = std::atoi(value);
     } else if (flag == "--version") {
       options.version = value;
+    } else if (flag == "--list") {
+      list = value;
     } else {
       std::cerr << "make-profile: unknown option " << flag << "\n";
       return 2;
@@ -39,11 +47,21 @@ int main(int argc, char** argv) {
   }
   if (out.empty()) {
     std::cerr << "usage: make-profile --out DIR [--seed N] [--stores N] [--folders N] "
-                 "[--messages N] [--version TEXT]\n";
+                 "[--messages N] [--version TEXT] [--list FILE]\n";
     return 2;
   }
   try {
     t4::tools::ProfileGenerator::Write(out, options);
+    if (!list.empty()) {
+      const std::string text = t4::tools::ProfileGenerator::FolderList(out);
+      if (list == "-") {
+        std::cout << text;
+      } else {
+        std::ofstream file(list, std::ios::binary | std::ios::trunc);
+        file << text;
+        if (!file) throw std::runtime_error("cannot write " + list);
+      }
+    }
   } catch (const std::exception& e) {
     std::cerr << "make-profile: " << e.what() << "\n";
     return 1;

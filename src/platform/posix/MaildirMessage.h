@@ -20,8 +20,8 @@ class MaildirStore;
 // it as the Keywords field (KeywordsField): the field is replaced, added
 // when missing, removed when there is no name; every other byte of the
 // file stays. The new file is written into the folder's tmp/, flushed to
-// disk and renamed over the message file (same name), under the profile's
-// lock. A message file that is gone raises cmItemNotFound and nothing is
+// disk and swapped with the message file (same name) in one step, under
+// the profile's lock. A message file that is gone raises cmItemNotFound and nothing is
 // written; a lock that stays taken raises 70.
 class MaildirMessage : public IMapiMessage {
  public:

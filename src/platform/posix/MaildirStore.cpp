@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <sstream>
 
@@ -126,11 +127,46 @@ void MaildirStore::AddKeywordsProperty() {
 }
 
 void MaildirStore::WriteStoreIni() const {
-  std::string hex = Utf::ToUtf8(MaildirEntryId::ToHex(
-      std::string_view(reinterpret_cast<const char*>(uid_.data()), uid_.size())));
-  const std::string text = "[Store]\nDisplayName=" + Utf::ToUtf8(displayName_) + "\nUID=" + hex +
-                           "\nKeywords=" + (hasKeywords_ ? "1" : "0") + "\nJunk=" + junk_ + "\n";
+  // Only the Keywords line changes (or is added below [Store]); every
+  // other line stays as the user wrote it.
   const std::filesystem::path path = dir_ / "store.ini";
+  const std::string old = ReadAll(path);
+  const std::string setting = std::string("Keywords=") + (hasKeywords_ ? "1" : "0");
+  std::string text;
+  bool replaced = false;
+  size_t storeLineEnd = std::string::npos;
+  std::string section;
+  size_t pos = 0;
+  while (pos < old.size()) {
+    size_t end = old.find('\n', pos);
+    end = end == std::string::npos ? old.size() : end + 1;
+    std::string line = old.substr(pos, end - pos);
+    std::string key = line.substr(0, line.find('='));
+    key.erase(0, key.find_first_not_of(" \t"));
+    while (!key.empty() && std::string_view(" \t\r\n").find(key.back()) != std::string::npos)
+      key.pop_back();
+    for (char& c : key) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    if (!key.empty() && key[0] == '[') section = key;
+    if (!replaced && section == "[store]" && line.find('=') != std::string::npos &&
+        key == "keywords") {
+      const std::string ending = line.size() >= 2 && line[line.size() - 2] == '\r' ? "\r\n"
+                                 : line.back() == '\n'                             ? "\n"
+                                                                                   : "";
+      line = setting + ending;
+      replaced = true;
+    }
+    text += line;
+    if (key == "[store]" && storeLineEnd == std::string::npos) storeLineEnd = text.size();
+    pos = end;
+  }
+  if (!replaced) {
+    if (!text.empty() && text.back() != '\n') text += '\n';
+    if (storeLineEnd == std::string::npos) {
+      text += "[Store]\n" + setting + "\n";
+    } else {
+      text.insert(storeLineEnd, setting + "\n");
+    }
+  }
   const std::filesystem::path temp = dir_ / ".store.ini.new";
   {
     std::ofstream out(temp, std::ios::binary | std::ios::trunc);
@@ -138,7 +174,9 @@ void MaildirStore::WriteStoreIni() const {
     out.flush();
     if (!out) throw MapiError::Make(MapiError::kNoSupport, "cannot write " + temp.string());
   }
-  std::filesystem::rename(temp, path);
+  std::error_code failed;
+  std::filesystem::rename(temp, path, failed);
+  if (failed) throw MapiError::Make(MapiError::kNoSupport, "cannot write " + path.string());
 }
 
 std::filesystem::path MaildirStore::FolderDir(const std::string& folderName) const {
@@ -171,7 +209,7 @@ std::vector<std::string> MaildirStore::FolderNames() const {
 
 bool MaildirStore::FindFolder(const MaildirEntryId::Key& key, std::string& folderName) const {
   if (key == MaildirEntryId::RootKey()) {
-    folderName = kRootName;
+    folderName = std::string(kRootName);
     return true;
   }
   for (const std::string& name : FolderNames()) {

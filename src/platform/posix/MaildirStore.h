@@ -30,7 +30,7 @@ class MaildirFolder;
 // the Maildir++ name of its Junk E-mail folder (empty: none).
 class MaildirStore : public IMapiStore, public std::enable_shared_from_this<MaildirStore> {
  public:
-  // The property identifier (type part 0) of the store's Keywords named
+  // The property identifier (property type 0) of the store's Keywords named
   // property.
   static constexpr uint32_t kKeywordsId = 0x80230000u;
   // The Maildir++ name of the root folder (no real folder has it).

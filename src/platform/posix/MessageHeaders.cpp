@@ -202,13 +202,9 @@ std::vector<std::string> MessageHeaders::SplitKeywords(std::string_view value) {
   return names;
 }
 
-MessageHeaders MessageHeaders::Parse(std::string_view bytes) {
-  GMimeRuntime::Ensure();
-  MessageHeaders result;
-
+std::string MessageHeaders::Frame(std::string_view bytes, size_t& headerLength) {
   // The header block within the bound, ended by an empty line GMime can
   // see; then as much of the body as a calendar search may look at.
-  size_t headerLength = 0;
   const std::string_view bounded = bytes.substr(0, kMaxHeaderBytes);
   std::string text;
   if (FindHeaderEnd(bounded, headerLength)) {
@@ -224,11 +220,116 @@ MessageHeaders MessageHeaders::Parse(std::string_view bytes) {
     text.assign(bounded.substr(0, cut));
     if (!text.empty() && text.back() != '\n') text += '\n';
     text += '\n';
+    headerLength = text.size();
   }
   // GMime works on C strings in places: a NUL would end the text early,
   // so it is read as a blank instead.
   std::replace(text.begin(), text.end(), '\0', ' ');
+  return text;
+}
 
+MessageHeaders MessageHeaders::Parse(std::string_view bytes) {
+  size_t headerLength = 0;
+  const std::string text = Frame(bytes, headerLength);
+  MessageHeaders result;
+  if (ParseAscii(std::string_view(text).substr(0, headerLength), result)) return result;
+  return ParseFramed(text);
+}
+
+MessageHeaders MessageHeaders::ParseWithGMime(std::string_view bytes) {
+  size_t headerLength = 0;
+  return ParseFramed(Frame(bytes, headerLength));
+}
+
+bool MessageHeaders::ParseAscii(std::string_view header, MessageHeaders& out) {
+  // Only plain header text: printable ASCII, no encoded words, no NUL, no
+  // lone CR; anything else is GMime's.
+  for (size_t i = 0; i < header.size(); ++i) {
+    const auto c = static_cast<unsigned char>(header[i]);
+    if (c == '\r' && (i + 1 >= header.size() || header[i + 1] != '\n')) return false;
+    if (c != '\t' && c != '\r' && c != '\n' && (c < 0x20 || c > 0x7E)) return false;
+  }
+  if (header.find("=?") != std::string_view::npos) return false;
+
+  struct Field {
+    std::string_view name;
+    std::string value;  // unfolded: the line ends taken out
+  };
+  std::vector<Field> fields;
+  size_t pos = 0;
+  while (pos < header.size()) {
+    size_t newline = header.find('\n', pos);
+    if (newline == std::string_view::npos) newline = header.size();
+    std::string_view line = header.substr(pos, newline - pos);
+    pos = newline + 1;
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    if (line.empty()) break;
+    if (line[0] == ' ' || line[0] == '\t') {
+      if (fields.empty()) return false;
+      fields.back().value.append(line);
+      continue;
+    }
+    const size_t colon = line.find(':');
+    if (colon == std::string_view::npos || colon == 0) return false;
+    const std::string_view name = line.substr(0, colon);
+    if (name.find_first_of(" \t") != std::string_view::npos) return false;
+    fields.push_back({name, std::string(line.substr(colon + 1))});
+  }
+
+  MessageHeaders result;
+  bool haveSubject = false;
+  bool haveType = false;
+  std::string explicitClass;
+  std::string type;
+  for (const Field& field : fields) {
+    if (EqualsNoCase(field.name, "Keywords")) {
+      const std::string value = Trim(field.value);
+      result.hasKeywords_ = true;
+      size_t start = 0;
+      for (;;) {
+        const size_t comma = value.find(',', start);
+        result.keywords_.push_back(value.substr(start, comma - start));
+        if (comma == std::string::npos) break;
+        start = comma + 1;
+      }
+    } else if (!haveSubject && EqualsNoCase(field.name, "Subject")) {
+      haveSubject = true;
+      result.subject_ = Trim(field.value);
+    } else if (explicitClass.empty() && EqualsNoCase(field.name, "X-Message-Class")) {
+      explicitClass = Trim(field.value);
+    } else if (EqualsNoCase(field.name, "Content-Type")) {
+      if (haveType) return false;
+      haveType = true;
+      type = Trim(field.value);
+    }
+  }
+  if (!explicitClass.empty()) {
+    result.messageClass_ = explicitClass;
+  } else if (haveType) {
+    // Only a plain "type/subtype" that needs no look at the body.
+    if (type.find_first_of("(\"\\") != std::string::npos) return false;
+    std::string media = Trim(std::string_view(type).substr(0, type.find(';')));
+    const size_t slash = media.find('/');
+    if (slash == std::string::npos || slash == 0 || slash + 1 == media.size()) return false;
+    for (char& c : media) {
+      c = Lower(c);
+      const bool token = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+                         std::string_view("!#$&^_.+-").find(c) != std::string_view::npos;
+      if (!token && c != '/') return false;
+    }
+    if (media.find('/', slash + 1) != std::string::npos) return false;
+    if (media.compare(0, slash, "multipart") == 0 || media == "text/calendar") return false;
+    if (media == "text/vcard" || media == "text/x-vcard" || media == "text/directory") {
+      result.messageClass_ = "IPM.Contact";
+    }
+  }
+  out = std::move(result);
+  return true;
+}
+
+MessageHeaders MessageHeaders::ParseFramed(const std::string& text) {
+  GMimeRuntime::Ensure();
+  MessageHeaders result;
   GPtr<GMimeStream> stream(g_mime_stream_mem_new_with_buffer(text.data(), text.size()));
   GPtr<GMimeParser> parser(g_mime_parser_new_with_stream(stream.get()));
   g_mime_parser_set_format(parser.get(), GMIME_FORMAT_MESSAGE);
@@ -296,8 +397,9 @@ bool MessageHeaders::ReadFile(const std::string& path, MessageHeaders& out) {
       // end may have been split.
       const size_t from = searched > 2 ? searched - 2 : 0;
       size_t found = 0;
-      // Only complete lines count; a line start is needed to search from.
-      const size_t lineStart = from == 0 ? 0 : bytes.rfind('\n', from) + 1;
+      // The search starts at the beginning of a line.
+      const size_t newline = from == 0 ? std::string::npos : bytes.rfind('\n', from);
+      const size_t lineStart = newline == std::string::npos ? 0 : newline + 1;
       if (FindHeaderEnd(std::string_view(bytes).substr(lineStart), found)) {
         ended = true;
         headerLength = lineStart + found;

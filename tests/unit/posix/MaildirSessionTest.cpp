@@ -6,10 +6,10 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
-#include "platform/posix/KeywordsField.h"
 #include "platform/posix/MaildirEntryId.h"
 #include "platform/posix/MaildirMessage.h"
 #include "platform/posix/MaildirStore.h"
@@ -204,6 +204,15 @@ TEST(MaildirTable, RowsHoldTheRequestedColumns) {
   }
   EXPECT_GT(withKeywords, 0);
   EXPECT_GT(without, 0);
+  // The generated kinds of item, by their message class.
+  const std::set<std::u16string> kinds = {u"IPM.Note", u"IPM.Appointment", u"IPM.Task",
+                                          u"IPM.Contact"};
+  std::set<std::u16string> classes;
+  for (const MapiRow& row : read.rows) {
+    EXPECT_TRUE(kinds.count(row[3].text)) << Utf::ToUtf8(row[3].text);
+    classes.insert(row[3].text);
+  }
+  EXPECT_GE(classes.size(), 3u);
 
   // The modification time is the file's, as an OLE date in UTC.
   struct stat info {};
@@ -227,6 +236,27 @@ TEST(MaildirTable, RowsHoldTheRequestedColumns) {
   EXPECT_EQ(table->GetRows(2).size(), 2u);
   table->SetItem(nullptr);
   EXPECT_EQ(table->RowCount(), 0);
+}
+
+TEST(MaildirTable, OnlyMessageFilesAreRows) {
+  TestProfile profile({.seed = 6, .stores = 1, .folders = 0, .messages = 4});
+  auto session = profile.Session();
+  const std::u16string storeId = profile.StoreId(1);
+  const std::filesystem::path inbox = profile.StoreDir(1);
+  const size_t before = TestProfile::MessageFiles(inbox).size();
+  // Not messages: a dot file, a folder, a file in tmp/.
+  test::TempConfigDirs::WriteFile((inbox / "cur" / ".hidden").string(), "Subject: no\n\n");
+  std::filesystem::create_directory(inbox / "new" / "1.folder.host");
+  test::TempConfigDirs::WriteFile((inbox / "tmp" / "2.M1.host").string(), "Subject: no\n\n");
+  // Messages, however odd: empty, binary, no header.
+  test::TempConfigDirs::WriteFile((inbox / "new" / "3.M1.host").string(), "");
+  test::TempConfigDirs::WriteFile((inbox / "cur" / "4.M1.host:2,S").string(),
+                                  std::string("\0\xff\x01Keywords: x\n\n", 16));
+  test::TempConfigDirs::WriteFile((inbox / "cur" / "5.M1.host:2,").string(), "\nbody only\n");
+  const Read read =
+      ReadFolder(profile.Library(), *session, Inbox(*session, storeId)->EntryID(), storeId);
+  EXPECT_EQ(read.rows.size(), before + 3);
+  for (const MapiRow& row : read.rows) EXPECT_EQ(row[0].bytes.size(), 72u);
 }
 
 TEST(MaildirTable, EntryIdsStayAcrossRunsAndFlagRenames) {
@@ -284,12 +314,36 @@ TEST(MaildirUtils, StoreWithoutKeywordsProperty) {
   EXPECT_EQ(static_cast<uint32_t>(
                 utils->GetIDsFromNames(*without->MAPIOBJECT(), kPublicStrings, u"Keywords", true)),
             0x80230000u);
+  const std::string ini = TestProfile::Read(profile.StoreDir(2) / "store.ini");
+  EXPECT_NE(ini.find("\nKeywords=1\n"), std::string::npos) << ini;
+  EXPECT_EQ(ini.find("Keywords=0"), std::string::npos) << ini;
+  EXPECT_NE(ini.find("DisplayName=Archiv 2\n"), std::string::npos) << ini;
   auto reopened = Inbox(*session, profile.StoreId(2));
   EXPECT_NO_THROW(
       utils->GetIDsFromNames(*reopened->MAPIOBJECT(), kPublicStrings, u"Keywords", false));
   EXPECT_EQ(utils->HrArrToString(std::string("\x01\xab", 2)), u"01AB");
   EXPECT_EQ(NumberOf([&] { profile.Library().CreateUtils(u"sfTable"); }),
             RunTimeError::kCantCreateObject);
+}
+
+TEST(MaildirUtils, CreatingTheNameKeepsTheRestOfStoreIni) {
+  TestProfile profile({.seed = 2, .stores = 1, .folders = 0, .messages = 2});
+  const std::filesystem::path ini = profile.StoreDir(1) / "store.ini";
+  std::string text = TestProfile::Read(ini);
+  text.erase(text.find("Keywords=1\n"), 11);
+  text = "; made by hand\r\n" + text + "[Other]\nKeywords=7\n";
+  test::TempConfigDirs::WriteFile(ini.string(), text);
+  auto session = profile.Session();
+  auto utils = profile.Library().CreateUtils(u"sfUtils");
+  auto inbox = Inbox(*session, profile.StoreId(1));
+  EXPECT_EQ(NumberOf([&] {
+              utils->GetIDsFromNames(*inbox->MAPIOBJECT(), kPublicStrings, u"Keywords", false);
+            }),
+            MapiError::kNotFound);
+  utils->GetIDsFromNames(*inbox->MAPIOBJECT(), kPublicStrings, u"Keywords", true);
+  std::string expected = text;
+  expected.insert(expected.find("[Store]\n") + 8, "Keywords=1\n");
+  EXPECT_EQ(TestProfile::Read(ini), expected);
 }
 
 TEST(MaildirUtils, JunkFolderThroughAdditionalRenEntryIds) {
@@ -318,8 +372,16 @@ TEST(MaildirUtils, JunkFolderThroughAdditionalRenEntryIds) {
 }
 
 // Everything but the Keywords field of a message.
+// The message without its one Keywords field (first line and continuation
+// lines), found by plain search rather than by the code under test.
 std::string WithoutKeywords(const std::string& message) {
-  return posix::KeywordsField::Replace(message, {});
+  const size_t start = message.find("\nKeywords:");
+  if (start == std::string::npos) return message;
+  size_t end = start + 1;
+  do {
+    end = message.find('\n', end) + 1;
+  } while (message[end] == ' ' || message[end] == '\t');
+  return message.substr(0, start + 1) + message.substr(end);
 }
 
 struct Fixture {
@@ -370,6 +432,10 @@ TEST(MaildirMessage, SaveChangesOnlyTheKeywordsField) {
   EXPECT_EQ(message->CurrentPath(), path);  // same name
   const std::string after = TestProfile::Read(path);
   EXPECT_NE(after, before);
+  ASSERT_NE(before.find("\nKeywords:"), std::string::npos);
+  ASSERT_NE(after.find("\nKeywords:"), std::string::npos);
+  // Same place, every other byte the same.
+  EXPECT_EQ(after.find("\nKeywords:"), before.find("\nKeywords:"));
   EXPECT_EQ(WithoutKeywords(after), WithoutKeywords(before));
   EXPECT_EQ(f.KeywordsNow(row), (std::vector<std::u16string>{u"Neu", u"Gr\u00f6\u00dfe, klein",
                                                              u"Zwei Worte", u"\u00c4rger"}));

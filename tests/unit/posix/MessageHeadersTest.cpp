@@ -132,6 +132,7 @@ TEST(MessageHeaders, HostileFilesReadWithinBounds) {
     MessageHeaders h;
     ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
     MessageHeaders::Parse(c.bytes);
+    MessageHeaders::ParseWithGMime(c.bytes);
     if (std::string(c.what) == "100,000 keywords") {
       EXPECT_EQ(h.Keywords().size(), 100001u);
       EXPECT_EQ(h.Keywords()[99999], "k99999");
@@ -153,6 +154,82 @@ TEST(MessageHeaders, ReadsOnlyTheHeaderOfALargeMessage) {
   ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
   EXPECT_FALSE(h.HasKeywords());
   EXPECT_EQ(h.Subject(), "s");
+}
+
+TEST(MessageHeaders, NothingPastTheHeaderBoundIsRead) {
+  test::TempConfigDirs dirs;
+  const std::string path = dirs.UserDir() + "/message";
+  // A field beyond 1 MiB of header is not seen, in memory or from a file.
+  const std::string bytes =
+      "Subject: s\nX-Big: " + std::string(MessageHeaders::kMaxHeaderBytes + 1000, 'a') +
+      "\nKeywords: late\n\nbody\n";
+  test::TempConfigDirs::WriteFile(path, bytes);
+  MessageHeaders h;
+  ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
+  EXPECT_FALSE(h.HasKeywords());
+  EXPECT_EQ(h.Subject(), "s");
+  EXPECT_FALSE(MessageHeaders::Parse(bytes).HasKeywords());
+  // Within the bound it is.
+  const std::string small =
+      "Subject: s\nX-Big: " + std::string(1000, 'a') + "\nKeywords: early\n\nbody\n";
+  EXPECT_EQ(MessageHeaders::Parse(small).Keywords(), std::vector<std::string>{"early"});
+}
+
+TEST(MessageHeaders, PlainHeadersTakeTheFastPathAndReadAsWithGMime) {
+  struct Case {
+    const char* what;
+    std::string message;
+    bool fast;
+  };
+  const Case cases[] = {
+      {"typical", "From: a@b\nSubject:  Hello  World \nKeywords: Rot, Blau,,\n\nbody\n", true},
+      {"folded", "Subject: a\r\n\tb\r\nKeywords: x,\r\n y\r\n\r\n", true},
+      {"contact", "Content-Type: text/x-vcard; charset=us-ascii\n\n", true},
+      {"class", "X-Message-Class:\nX-Message-Class: IPM.Note.X\n\n", true},
+      {"empty keywords", "Keywords:\nkeywords: \n\n", true},
+      {"no header", "\nbody", true},
+      {"encoded word", "Subject: =?UTF-8?Q?a?=\n\n", false},
+      {"8-bit", "Subject: \xC3\xA4\n\n", false},
+      {"calendar", "Content-Type: text/calendar\n\nBEGIN:VTODO\n", false},
+      {"multipart", "Content-Type: multipart/mixed; boundary=b\n\n--b\n\n--b--\n", false},
+      {"two content types", "Content-Type: text/plain\nContent-Type: text/vcard\n\n", false},
+      {"comment", "Content-Type: text/vcard (card)\n\n", false},
+      {"no colon", "From someone\nSubject: s\n\n", false},
+      {"blank in the name", "Subject : s\n\n", false},
+      {"continuation first", " a\nSubject: s\n\n", false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    MessageHeaders fast;
+    const std::string header(c.message.substr(0, MessageHeaders::HeaderLength(c.message)));
+    EXPECT_EQ(MessageHeaders::ParseAscii(header, fast), c.fast);
+    const MessageHeaders parsed = MessageHeaders::Parse(c.message);
+    const MessageHeaders slow = MessageHeaders::ParseWithGMime(c.message);
+    EXPECT_EQ(parsed.HasKeywords(), slow.HasKeywords());
+    EXPECT_EQ(parsed.Keywords(), slow.Keywords());
+    EXPECT_EQ(parsed.Subject(), slow.Subject());
+    EXPECT_EQ(parsed.MessageClass(), slow.MessageClass());
+  }
+}
+
+TEST(MessageHeaders, ReadingAFileInStepsFindsTheHeaderEndAnywhere) {
+  test::TempConfigDirs dirs;
+  const std::string path = dirs.UserDir() + "/message";
+  // The empty line falls on, just before and just after the reading steps'
+  // boundaries (16 KiB), with LF and CR LF.
+  for (const size_t size : {16380u, 16381u, 16382u, 16383u, 16384u, 16385u, 32767u, 32768u}) {
+    for (const std::string eol : {"\n", "\r\n"}) {
+      SCOPED_TRACE(std::to_string(size) + (eol.size() == 2 ? " CR LF" : " LF"));
+      std::string header = "Subject: s" + eol + "Keywords: a, b" + eol + "X-Pad: ";
+      header += std::string(size - header.size() - eol.size(), 'p') + eol;
+      const std::string bytes = header + eol + "Keywords: body" + eol;
+      test::TempConfigDirs::WriteFile(path, bytes);
+      MessageHeaders h;
+      ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
+      EXPECT_EQ(h.Keywords(), (std::vector<std::string>{"a", " b"}));
+      EXPECT_EQ(MessageHeaders::HeaderLength(bytes), size + eol.size());
+    }
+  }
 }
 
 TEST(MessageHeaders, MissingFile) {

@@ -8,6 +8,9 @@
 #include <string>
 
 #include "posix/TestProfile.h"
+#include "support/IMapiFolder.h"
+#include "support/IMapiSession.h"
+#include "support/Utf.h"
 
 namespace t4 {
 namespace {
@@ -60,6 +63,36 @@ TEST(ProfileGenerator, SameSeedSameTree) {
   EXPECT_TRUE(used);
   EXPECT_EQ(a.at("categories.xml").find(tools::ProfileGenerator::UnlistedCategory()),
             std::string::npos);
+}
+
+TEST(ProfileGenerator, FolderListOpensEveryFolder) {
+  test::TestProfile profile({.seed = 8, .stores = 2, .folders = 3, .messages = 30});
+  const std::string list = tools::ProfileGenerator::FolderList(profile.Dir());
+  auto session = profile.Session();
+  std::vector<std::string> lines;
+  for (size_t pos = 0, end; (end = list.find("\r\n", pos)) != std::string::npos; pos = end + 2) {
+    lines.push_back(list.substr(pos, end - pos));
+  }
+  ASSERT_EQ(lines.size(), 1u + 5u + 4u);  // header; Inbox, 3 folders, Junk; Inbox, 3 folders
+  EXPECT_EQ(lines[0], "EntryID;StoreID;Name;ItemsCount;HasChilds");
+  int items = 0;
+  for (size_t i = 1; i < lines.size(); ++i) {
+    std::vector<std::string> cells;
+    for (size_t pos = 0, end = 0; end != std::string::npos; pos = end + 1) {
+      end = lines[i].find(';', pos);
+      cells.push_back(lines[i].substr(pos, end == std::string::npos ? end : end - pos));
+    }
+    ASSERT_EQ(cells.size(), 5u) << lines[i];
+    auto folder = session->GetFolderFromID(Utf::FromUtf8(cells[0]), Utf::FromUtf8(cells[1]));
+    EXPECT_EQ(Utf::ToUtf8(folder->Name()), cells[2]);
+    EXPECT_EQ(std::to_string(folder->Items()->Count()), cells[3]);
+    items += folder->Items()->Count();
+  }
+  EXPECT_EQ(items, 30);
+  // The Inbox holds the other folders; the last one has none.
+  EXPECT_NE(lines[1].find(";Inbox;"), std::string::npos);
+  EXPECT_EQ(lines[1].substr(lines[1].size() - 5), ";True");
+  EXPECT_EQ(lines.back().substr(lines.back().size() - 6), ";False");
 }
 
 }  // namespace
