@@ -217,6 +217,10 @@ void Application::ReadItems(std::shared_ptr<IFolderList> folders) {
     stores_ = std::make_shared<StoreCollection>();
     folderDataList_ = folders;
     if (!folders || folders->Count() < 1) return;
+    // Without a master list read before, the collection is empty: the
+    // default category comes first, as reading the list makes it, so that
+    // the first keyword does not take its key "0".
+    if (categories->Count(true) == 0) categories->Add(u"", false, u"", -2, -2);
     ItemReader::Context context;
     context.session = session_;
     context.utils = mapiUtils_;

@@ -192,6 +192,21 @@ TEST_F(ReadItemsTest, NullOrEmptyListStillResetsItemsMembershipsAndJournal) {
   EXPECT_EQ(box->Count("Logon"), 1);
 }
 
+TEST_F(ReadItemsTest, WithoutAMasterListTheDefaultCategoryComesFirst) {
+  cats->Clear();
+  MemFolder& f = Folder(1, {std::vector<std::u16string>{u"Work"}, std::nullopt});
+  app->ReadItems(List({Data(f)}));
+  auto def = cats->DefaultCategory(true);
+  ASSERT_TRUE(def);
+  EXPECT_EQ(def->ID(), 0);
+  EXPECT_EQ(def->Name(), u"");
+  EXPECT_FALSE(def->InMasterlist());
+  EXPECT_EQ(MemberIds(*def), std::vector<int32_t>({2}));
+  EXPECT_EQ(MemberIds(*Cat(u"Work")), std::vector<int32_t>({1}));
+  EXPECT_FALSE(app->Changed());
+  EXPECT_TRUE(log->events.empty());
+}
+
 TEST_F(ReadItemsTest, FirstItemHasIdOneAndItemZeroIsNothing) {
   Plain(1, 2);
   app->ReadItems(List({Data(box->folders.at(Id("F", 1)))}));

@@ -166,6 +166,7 @@ Err.Clear
 app.ReadItems bad
 Check Err.Number = 13, "a text entry raises 13", Err.Number & " " & Err.Description
 
+Err.Clear
 app.Terminate
 Check Err.Number = 0 And ol.OpenTables = 0, "Terminate", Err.Number & " " & ol.OpenTables
 Finish EXPECTED_CHECKS
