@@ -4,6 +4,8 @@
 
 #include <cstring>
 
+#include "support/HexCodec.h"
+
 namespace t4::posix {
 
 namespace {
@@ -41,13 +43,6 @@ MaildirEntryId::Key Hashed(std::string_view tag, std::string_view text) {
   MaildirEntryId::Key key{};
   std::memcpy(key.data(), digest, key.size());
   return key;
-}
-
-int HexValue(char16_t c) {
-  if (c >= u'0' && c <= u'9') return c - u'0';
-  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
-  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
-  return -1;
 }
 
 }  // namespace
@@ -106,28 +101,11 @@ MaildirEntryId::Key MaildirEntryId::MessageKey(std::string_view uniqueName) {
 }
 
 std::u16string MaildirEntryId::ToHex(std::string_view bytes) {
-  static constexpr char16_t kDigits[] = u"0123456789ABCDEF";
-  std::u16string out;
-  out.reserve(bytes.size() * 2);
-  for (const char c : bytes) {
-    const auto b = static_cast<unsigned char>(c);
-    out += kDigits[b >> 4];
-    out += kDigits[b & 15];
-  }
-  return out;
+  return HexCodec::Encode(bytes);
 }
 
 bool MaildirEntryId::FromHex(std::u16string_view hex, std::string& bytes) {
-  if (hex.size() % 2 != 0) return false;
-  bytes.clear();
-  bytes.reserve(hex.size() / 2);
-  for (size_t i = 0; i < hex.size(); i += 2) {
-    const int high = HexValue(hex[i]);
-    const int low = HexValue(hex[i + 1]);
-    if (high < 0 || low < 0) return false;
-    bytes += static_cast<char>(high * 16 + low);
-  }
-  return true;
+  return HexCodec::Decode(hex, bytes);
 }
 
 bool MaildirEntryId::KeyFromHex(std::u16string_view hex, Key& key) {

@@ -7,9 +7,8 @@
 
 #include <algorithm>
 #include <cctype>
-#include <fstream>
-#include <sstream>
 
+#include "platform/posix/FileBytes.h"
 #include "platform/posix/IniFileReader.h"
 #include "platform/posix/MaildirFolder.h"
 #include "platform/posix/MaildirMessage.h"
@@ -21,14 +20,6 @@
 namespace t4::posix {
 
 namespace {
-
-std::string ReadAll(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return {};
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
 
 bool IsDirectory(const std::filesystem::path& path) {
   struct stat info {};
@@ -58,7 +49,7 @@ void AddFiles(const std::filesystem::path& folder, std::vector<MaildirStore::Mes
 std::shared_ptr<MaildirStore> MaildirStore::Open(std::shared_ptr<MaildirSession> session,
                                                  const std::filesystem::path& dir,
                                                  const std::filesystem::path& profileDir) {
-  const std::u16string text = IniFileReader::Decode(ReadAll(dir / "store.ini"));
+  const std::u16string text = IniFileReader::Decode(FileBytes::ReadOrEmpty(dir / "store.ini"));
   MaildirEntryId::Key uid{};
   if (!MaildirEntryId::KeyFromHex(IniFileReader::Lookup(text, u"Store", u"UID"), uid)) {
     return nullptr;
@@ -130,7 +121,7 @@ void MaildirStore::WriteStoreIni() const {
   // Only the Keywords line changes (or is added below [Store]); every
   // other line stays as the user wrote it.
   const std::filesystem::path path = dir_ / "store.ini";
-  const std::string old = ReadAll(path);
+  const std::string old = FileBytes::ReadOrEmpty(path);
   const std::string setting = std::string("Keywords=") + (hasKeywords_ ? "1" : "0");
   std::string text;
   bool replaced = false;

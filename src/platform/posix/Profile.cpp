@@ -1,25 +1,11 @@
 #include "platform/posix/Profile.h"
 
-#include <fstream>
-#include <sstream>
-
+#include "platform/posix/FileBytes.h"
 #include "platform/posix/IniFileReader.h"
 #include "platform/posix/XmlRulesLibrary.h"
 #include "support/Utf.h"
 
 namespace t4::posix {
-
-namespace {
-
-std::string ReadAll(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return {};
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
-
-}  // namespace
 
 std::filesystem::path Profile::DefaultDir() {
   return XmlRulesLibrary::DefaultProfileDir();
@@ -28,7 +14,7 @@ std::filesystem::path Profile::DefaultDir() {
 Profile Profile::Load(const std::filesystem::path& dir) {
   Profile profile;
   profile.dir_ = dir;
-  const std::u16string text = IniFileReader::Decode(ReadAll(dir / "profile.ini"));
+  const std::u16string text = IniFileReader::Decode(FileBytes::ReadOrEmpty(dir / "profile.ini"));
   profile.version_ = IniFileReader::Lookup(text, u"Profile", u"Version");
   const std::string count = Utf::ToUtf8(IniFileReader::Lookup(text, u"Profile", u"Stores"));
   const int stores = std::atoi(count.c_str());
