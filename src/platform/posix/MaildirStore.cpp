@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <fstream>
 
 #include "platform/posix/FileBytes.h"
 #include "platform/posix/IniFileReader.h"
