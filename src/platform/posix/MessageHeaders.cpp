@@ -232,7 +232,7 @@ MessageHeaders MessageHeaders::Parse(std::string_view bytes) {
   size_t headerLength = 0;
   const std::string text = Frame(bytes, headerLength);
   MessageHeaders result;
-  if (ParseAscii(std::string_view(text).substr(0, headerLength), result)) return result;
+  if (ParseFields(std::string_view(text).substr(0, headerLength), result)) return result;
   return ParseFramed(text);
 }
 
@@ -241,40 +241,57 @@ MessageHeaders MessageHeaders::ParseWithGMime(std::string_view bytes) {
   return ParseFramed(Frame(bytes, headerLength));
 }
 
-bool MessageHeaders::ParseAscii(std::string_view header, MessageHeaders& out) {
-  // Only plain header text: printable ASCII, no encoded words, no NUL, no
-  // lone CR; anything else is GMime's.
+bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out) {
+  // The fields are split here. A value with encoded words or 8-bit text is
+  // decoded by GMime's header functions exactly as the full parse decodes
+  // it; plain ASCII needs no decoding. Only what needs the MIME structure
+  // (multipart, calendar, a content type with parameters in quotes or
+  // comments) or an odd header (a lone CR, control characters, a line that
+  // is no field) goes to the full parse.
+  GMimeRuntime::Ensure();
   for (size_t i = 0; i < header.size(); ++i) {
     const auto c = static_cast<unsigned char>(header[i]);
     if (c == '\r' && (i + 1 >= header.size() || header[i + 1] != '\n')) return false;
-    if (c != '\t' && c != '\r' && c != '\n' && (c < 0x20 || c > 0x7E)) return false;
+    if (c != '\t' && c != '\r' && c != '\n' && (c < 0x20 || c == 0x7F)) return false;
   }
-  if (header.find("=?") != std::string_view::npos) return false;
 
   struct Field {
     std::string_view name;
     std::string value;  // unfolded: the line ends taken out
+    std::string raw;    // as written after the colon, line ends included
+    bool plain = true;  // printable ASCII without encoded words
+  };
+  const auto isPlain = [](std::string_view text) {
+    for (const char c : text) {
+      if (static_cast<unsigned char>(c) > 0x7E) return false;
+    }
+    return text.find("=?") == std::string_view::npos;
   };
   std::vector<Field> fields;
   size_t pos = 0;
   while (pos < header.size()) {
     size_t newline = header.find('\n', pos);
+    const size_t next = newline == std::string_view::npos ? header.size() : newline + 1;
     if (newline == std::string_view::npos) newline = header.size();
     std::string_view line = header.substr(pos, newline - pos);
-    pos = newline + 1;
+    const std::string_view withEnd = header.substr(pos, next - pos);
+    pos = next;
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     if (line.empty()) break;
     if (line[0] == ' ' || line[0] == '\t') {
       if (fields.empty()) return false;
       fields.back().value.append(line);
+      fields.back().raw.append(withEnd);
       continue;
     }
     const size_t colon = line.find(':');
     if (colon == std::string_view::npos || colon == 0) return false;
     const std::string_view name = line.substr(0, colon);
-    if (name.find_first_of(" \t") != std::string_view::npos) return false;
-    fields.push_back({name, std::string(line.substr(colon + 1))});
+    if (name.find_first_of(" \t") != std::string_view::npos || !isPlain(name)) return false;
+    fields.push_back(
+        {name, std::string(line.substr(colon + 1)), std::string(withEnd.substr(colon + 1)), true});
   }
+  for (Field& field : fields) field.plain = isPlain(field.value);
 
   MessageHeaders result;
   bool haveSubject = false;
@@ -283,8 +300,15 @@ bool MessageHeaders::ParseAscii(std::string_view header, MessageHeaders& out) {
   std::string type;
   for (const Field& field : fields) {
     if (EqualsNoCase(field.name, "Keywords")) {
-      const std::string value = Trim(field.value);
       result.hasKeywords_ = true;
+      if (!field.plain) {
+        GText unfolded(g_mime_utils_header_unfold(field.raw.c_str()));
+        std::string value = unfolded ? unfolded.get() : "";
+        while (!value.empty() && (value.back() == '\n' || value.back() == '\r')) value.pop_back();
+        for (auto& name : SplitKeywords(value)) result.keywords_.push_back(std::move(name));
+        continue;
+      }
+      const std::string value = Trim(field.value);
       size_t start = 0;
       for (;;) {
         const size_t comma = value.find(',', start);
@@ -294,11 +318,11 @@ bool MessageHeaders::ParseAscii(std::string_view header, MessageHeaders& out) {
       }
     } else if (!haveSubject && EqualsNoCase(field.name, "Subject")) {
       haveSubject = true;
-      result.subject_ = Trim(field.value);
+      result.subject_ = field.plain ? Trim(field.value) : DecodedText(field.raw.c_str());
     } else if (explicitClass.empty() && EqualsNoCase(field.name, "X-Message-Class")) {
-      explicitClass = Trim(field.value);
+      explicitClass = field.plain ? Trim(field.value) : DecodedText(field.raw.c_str());
     } else if (EqualsNoCase(field.name, "Content-Type")) {
-      if (haveType) return false;
+      if (haveType || !field.plain) return false;
       haveType = true;
       type = Trim(field.value);
     }

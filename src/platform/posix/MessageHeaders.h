@@ -36,15 +36,16 @@ class MessageHeaders {
 
   // Parses the start of a message: its header block and, optionally, the
   // beginning of its body. Anything past the bounds above is ignored.
-  // A header of plain ASCII text without encoded words whose content type
-  // needs no look at the body is read by ParseAscii, everything else by
-  // GMime; both give the same result (the fuzz target checks it).
+  // A header whose content type needs no look at the body is split into
+  // its fields by ParseFields, which lets GMime decode only the values that
+  // need it; everything else is parsed by GMime as a whole message. Both
+  // give the same result (the fuzz target checks it).
   static MessageHeaders Parse(std::string_view bytes);
   // Parse, always through GMime.
   static MessageHeaders ParseWithGMime(std::string_view bytes);
   // The fast path on a framed header block (up to and including its empty
   // line); false, with `out` untouched, when the header is not for it.
-  static bool ParseAscii(std::string_view header, MessageHeaders& out);
+  static bool ParseFields(std::string_view header, MessageHeaders& out);
   // Reads the start of the file at `path` (no more than the bounds) and
   // parses it. False when the file cannot be opened.
   static bool ReadFile(const std::string& path, MessageHeaders& out);
