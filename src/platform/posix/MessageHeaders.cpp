@@ -232,7 +232,10 @@ MessageHeaders MessageHeaders::Parse(std::string_view bytes) {
   size_t headerLength = 0;
   const std::string text = Frame(bytes, headerLength);
   MessageHeaders result;
-  if (ParseFields(std::string_view(text).substr(0, headerLength), result)) return result;
+  const std::string_view framed(text);
+  if (ParseFields(framed.substr(0, headerLength), result, framed.substr(headerLength))) {
+    return result;
+  }
   return ParseFramed(text);
 }
 
@@ -241,7 +244,8 @@ MessageHeaders MessageHeaders::ParseWithGMime(std::string_view bytes) {
   return ParseFramed(Frame(bytes, headerLength));
 }
 
-bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out) {
+bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out,
+                                 std::string_view body) {
   // The fields are split here. A value with encoded words or 8-bit text is
   // decoded by GMime's header functions exactly as the full parse decodes
   // it; plain ASCII needs no decoding. Only what needs the MIME structure
@@ -298,7 +302,15 @@ bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out) {
   bool haveType = false;
   std::string explicitClass;
   std::string type;
+  std::string transfer;
+  bool haveTransfer = false;
   for (const Field& field : fields) {
+    if (EqualsNoCase(field.name, "Content-Transfer-Encoding")) {
+      if (haveTransfer || !field.plain) transfer = "?";
+      if (!haveTransfer && field.plain) transfer = Trim(field.value);
+      haveTransfer = true;
+      continue;
+    }
     if (EqualsNoCase(field.name, "Keywords")) {
       result.hasKeywords_ = true;
       if (!field.plain) {
@@ -342,7 +354,19 @@ bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out) {
       if (!token && c != '/') return false;
     }
     if (media.find('/', slash + 1) != std::string::npos) return false;
-    if (media.compare(0, slash, "multipart") == 0 || media == "text/calendar") return false;
+    if (media.compare(0, slash, "multipart") == 0) return false;
+    if (media == "text/calendar") {
+      // A task may be named by a parameter (GMime's to read) or found in
+      // a body that is encoded (GMime's to decode); a plain body is read
+      // as it is.
+      if (ContainsNoCase(type, "component")) return false;
+      for (char& c : transfer) c = Lower(c);
+      if (!transfer.empty() && transfer != "7bit" && transfer != "8bit" && transfer != "binary") {
+        return false;
+      }
+      const std::string_view window = body.substr(0, kMaxBodyScanBytes);
+      result.messageClass_ = TextIsTask(window) ? "IPM.Task" : "IPM.Appointment";
+    }
     if (media == "text/vcard" || media == "text/x-vcard" || media == "text/directory") {
       result.messageClass_ = "IPM.Contact";
     }

@@ -44,8 +44,10 @@ class MessageHeaders {
   // Parse, always through GMime.
   static MessageHeaders ParseWithGMime(std::string_view bytes);
   // The fast path on a framed header block (up to and including its empty
-  // line); false, with `out` untouched, when the header is not for it.
-  static bool ParseFields(std::string_view header, MessageHeaders& out);
+  // line) and the body window after it; false, with `out` untouched, when
+  // the message is not for it. A single calendar part in plain text is
+  // read here too: its body needs no decoding to tell a task.
+  static bool ParseFields(std::string_view header, MessageHeaders& out, std::string_view body = {});
   // Reads the start of the file at `path` (no more than the bounds) and
   // parses it. False when the file cannot be opened.
   static bool ReadFile(const std::string& path, MessageHeaders& out);

@@ -195,7 +195,16 @@ TEST(MessageHeaders, PlainHeadersTakeTheFastPathAndReadAsWithGMime) {
       {"control character", "Subject: a\x01b\n\n", false},
       {"8-bit", "Subject: \xC3\xA4\n\n", true},
       {"8-bit name", "Subj\xC3\xA4ct: a\n\n", false},
-      {"calendar", "Content-Type: text/calendar\n\nBEGIN:VTODO\n", false},
+      {"calendar", "Content-Type: text/calendar\n\nBEGIN:VTODO\n", true},
+      {"calendar event",
+       "Content-Type: text/calendar; method=REQUEST\nContent-Transfer-Encoding: "
+       "7BIT\n\nBEGIN:VEVENT\nBEGIN:VTODO\n",
+       true},
+      {"calendar component", "Content-Type: text/calendar; component=VTODO\n\n", false},
+      {"calendar base64",
+       "Content-Type: text/calendar\nContent-Transfer-Encoding: base64\n\n"
+       "QkVHSU46VlRPRE8K\n",
+       false},
       {"multipart", "Content-Type: multipart/mixed; boundary=b\n\n--b\n\n--b--\n", false},
       {"two content types", "Content-Type: text/plain\nContent-Type: text/vcard\n\n", false},
       {"comment", "Content-Type: text/vcard (card)\n\n", false},
@@ -207,7 +216,9 @@ TEST(MessageHeaders, PlainHeadersTakeTheFastPathAndReadAsWithGMime) {
     SCOPED_TRACE(c.what);
     MessageHeaders fast;
     const std::string header(c.message.substr(0, MessageHeaders::HeaderLength(c.message)));
-    EXPECT_EQ(MessageHeaders::ParseFields(header, fast), c.fast);
+    EXPECT_EQ(MessageHeaders::ParseFields(header, fast,
+                                          std::string_view(c.message).substr(header.size())),
+              c.fast);
     const MessageHeaders parsed = MessageHeaders::Parse(c.message);
     const MessageHeaders slow = MessageHeaders::ParseWithGMime(c.message);
     EXPECT_EQ(parsed.HasKeywords(), slow.HasKeywords());
