@@ -6,7 +6,7 @@
 namespace t4::posix {
 
 int32_t MaildirItems::Count() {
-  return static_cast<int32_t>(folder_->OwnStore()->ListMessages(folder_->FolderName()).size());
+  return folder_->OwnStore()->CountMessages(folder_->FolderName());
 }
 
 std::shared_ptr<IMapiProp> MaildirItems::RawTable() {

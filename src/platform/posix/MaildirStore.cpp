@@ -28,7 +28,9 @@ bool IsDirectory(const std::filesystem::path& path) {
 }
 
 // Regular files of one folder whose names do not start with a dot.
-void AddFiles(const std::filesystem::path& folder, std::vector<MaildirStore::MessageFile>& out) {
+// Calls take(name, path) for every message file of a cur/ or new/ folder.
+template <class Take>
+void ForEachFile(const std::filesystem::path& folder, Take&& take) {
   DIR* dir = ::opendir(folder.c_str());
   if (dir == nullptr) return;
   while (const dirent* entry = ::readdir(dir)) {
@@ -40,9 +42,15 @@ void AddFiles(const std::filesystem::path& folder, std::vector<MaildirStore::Mes
       struct stat info {};
       if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) continue;
     }
-    out.push_back({MaildirStore::UniqueName(name), path});
+    take(name, path);
   }
   ::closedir(dir);
+}
+
+void AddFiles(const std::filesystem::path& folder, std::vector<MaildirStore::MessageFile>& out) {
+  ForEachFile(folder, [&](const std::string& name, const std::filesystem::path& path) {
+    out.push_back({MaildirStore::UniqueName(name), path});
+  });
 }
 
 }  // namespace
@@ -232,6 +240,16 @@ std::vector<MaildirStore::MessageFile> MaildirStore::ListMessages(
     return a.unique != b.unique ? a.unique < b.unique : a.path < b.path;
   });
   return files;
+}
+
+int32_t MaildirStore::CountMessages(const std::string& folderName) const {
+  if (folderName == kRootName) return 0;
+  const std::filesystem::path folder = FolderDir(folderName);
+  int32_t count = 0;
+  for (const char* sub : {"cur", "new"}) {
+    ForEachFile(folder / sub, [&](const std::string&, const std::filesystem::path&) { ++count; });
+  }
+  return count;
 }
 
 bool MaildirStore::Locate(const std::string& folderName, const std::string& unique,

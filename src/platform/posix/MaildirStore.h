@@ -77,6 +77,9 @@ class MaildirStore : public IMapiStore, public std::enable_shared_from_this<Mail
 
   // The messages of cur/ and new/, sorted by unique name.
   std::vector<MessageFile> ListMessages(const std::string& folderName) const;
+  // The number of messages of a folder: ListMessages().size() without
+  // building and sorting the list.
+  int32_t CountMessages(const std::string& folderName) const;
   // The message with this unique name, wherever its flags moved it;
   // `hint` (a path it had) is tried first.
   bool Locate(const std::string& folderName, const std::string& unique, MessageFile& out,

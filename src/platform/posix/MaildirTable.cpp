@@ -69,18 +69,22 @@ std::vector<MapiRow> MaildirTable::GetRows(int32_t count) {
   const MaildirEntryId::Key folderKey = MaildirEntryId::FolderKey(folder_->FolderName());
   while (cursor_ < files_.size() && rows.size() < static_cast<size_t>(count)) {
     const MaildirStore::MessageFile& file = files_[cursor_++];
-    struct stat info {};
-    if (::stat(file.path.c_str(), &info) != 0) {
-      // Moved by a flag change since the snapshot? Look for it once.
+    // One open of the file gives its header and its time; a message moved
+    // by a flag change since the snapshot is looked for once.
+    MessageHeaders headers;
+    timespec modified{};
+    const auto look = [&](const std::filesystem::path& path) {
+      if (needHeaders) return MessageHeaders::ReadFile(path.string(), headers, &modified);
+      struct stat info {};
+      if (::stat(path.c_str(), &info) != 0) return false;
+      modified = info.st_mtim;
+      return true;
+    };
+    if (!look(file.path)) {
       MaildirStore::MessageFile moved;
-      if (!store->Locate(folder_->FolderName(), file.unique, moved) ||
-          ::stat(moved.path.c_str(), &info) != 0)
-        continue;
+      if (!store->Locate(folder_->FolderName(), file.unique, moved) || !look(moved.path)) continue;
       files_[cursor_ - 1] = moved;
     }
-    const std::filesystem::path& path = files_[cursor_ - 1].path;
-    MessageHeaders headers;
-    if (needHeaders && !MessageHeaders::ReadFile(path.string(), headers)) continue;
     MapiRow row;
     row.reserve(columns_.size());
     for (const uint32_t tag : columns_) {
@@ -90,8 +94,8 @@ std::vector<MapiRow> MaildirTable::GetRows(int32_t count) {
       } else if (tag == kSubject) {
         row.push_back(MapiValue::Text(Utf::FromUtf8(headers.Subject())));
       } else if (tag == kLastModificationTime) {
-        const double seconds = static_cast<double>(info.st_mtim.tv_sec) +
-                               static_cast<double>(info.st_mtim.tv_nsec) / 1e9;
+        const double seconds =
+            static_cast<double>(modified.tv_sec) + static_cast<double>(modified.tv_nsec) / 1e9;
         row.push_back(MapiValue::Time(kUnixEpochAsOleDate + seconds / 86400.0));
       } else if (tag == kMessageClass) {
         row.push_back(MapiValue::Text(Utf::FromUtf8(headers.MessageClass())));

@@ -1,6 +1,7 @@
 #include "platform/posix/MessageHeaders.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <gmime/gmime.h>
 #include <unistd.h>
 
@@ -417,9 +418,17 @@ MessageHeaders MessageHeaders::ParseFramed(const std::string& text) {
   return result;
 }
 
-bool MessageHeaders::ReadFile(const std::string& path, MessageHeaders& out) {
+bool MessageHeaders::ReadFile(const std::string& path, MessageHeaders& out, timespec* modified) {
   const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) return false;
+  if (modified != nullptr) {
+    struct stat info {};
+    if (::fstat(fd, &info) != 0) {
+      ::close(fd);
+      return false;
+    }
+    *modified = info.st_mtim;
+  }
   // Read in steps until the header ends, so a large body is never read;
   // a multipart or calendar message also gets its body window.
   std::string bytes;

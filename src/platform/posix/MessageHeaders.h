@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <ctime>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,8 +50,10 @@ class MessageHeaders {
   // read here too: its body needs no decoding to tell a task.
   static bool ParseFields(std::string_view header, MessageHeaders& out, std::string_view body = {});
   // Reads the start of the file at `path` (no more than the bounds) and
-  // parses it. False when the file cannot be opened.
-  static bool ReadFile(const std::string& path, MessageHeaders& out);
+  // parses it. False when the file cannot be opened. `modified`, when
+  // given, receives the file's modification time (from the open file, so a
+  // reader needs no second look-up of the path).
+  static bool ReadFile(const std::string& path, MessageHeaders& out, timespec* modified = nullptr);
 
   // Length of the header block including the empty line that ends it; the
   // whole text when there is no empty line. A text starting with an empty
