@@ -61,7 +61,8 @@ constexpr double kFilterTargetMs = 150;
 constexpr double kDeleteTargetMs = 300;
 constexpr double kMoveTargetMs = 500;
 constexpr double kLoopTargetMs = 50;
-constexpr double kBytesPerItemTarget = 250;
+// Heap a million items take in all, their texts included.
+constexpr double kBytesPerItemTarget = 300;
 
 // Who carries which category, shared by the model and the floor.
 struct Plan {
@@ -385,14 +386,16 @@ void BM_Build_Model(benchmark::State& state) {
     }
   }
   ReportModel(state, "build", total, kBuildTargetMs);
-  // The strings were allocated before the build and moved into the items,
-  // so the heap growth is exactly what the model adds beyond them.
+  // The texts were made before the build as a host hands them over; the
+  // model keeps its own compact copy (entry identifier as binary, subject
+  // in one byte a character where it fits), so the heap growth is all the
+  // model holds, its texts included. string_bytes_per_item is what the
+  // same texts take as UTF-16 strings, for comparison.
   state.counters["bytes_per_item"] = modelBytes / kItems;
   state.counters["string_bytes_per_item"] = stringBytes / kItems;
-  state.counters["total_bytes_per_item"] = (modelBytes + stringBytes) / kItems;
   state.counters["rss_growth_per_item"] = residentBytes / kItems;
   state.counters["bytes_target"] = kBytesPerItemTarget;
-  state.counters["total_MB"] = (modelBytes + stringBytes) / 1e6;
+  state.counters["total_MB"] = modelBytes / 1e6;
 }
 
 // ---------------------------------------------------------------------------

@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "model/TextArena.h"
+
 namespace t4 {
 
 // Where an item comes from: the entry identifier of its store, the folder
@@ -46,17 +48,25 @@ class ItemOrigin {
     const ItemOrigin* origin_ = nullptr;
   };
 
-  static Ref Make(SharedText storeId, SharedText folder, SharedText messageClass) {
-    return Ref(new ItemOrigin(std::move(storeId), std::move(folder), std::move(messageClass)));
+  static Ref Make(SharedText storeId, SharedText folder, SharedText messageClass,
+                  std::shared_ptr<TextArena> arena) {
+    return Ref(new ItemOrigin(std::move(storeId), std::move(folder), std::move(messageClass),
+                              std::move(arena)));
   }
 
   const SharedText storeId;
   const SharedText folder;
   const SharedText messageClass;  // lower case
+  // Where the texts of the reading's items live: kept while any of its
+  // items is, through their origins.
+  const std::shared_ptr<TextArena> arena;
 
  private:
-  ItemOrigin(SharedText s, SharedText f, SharedText c)
-      : storeId(std::move(s)), folder(std::move(f)), messageClass(std::move(c)) {}
+  ItemOrigin(SharedText s, SharedText f, SharedText c, std::shared_ptr<TextArena> a)
+      : storeId(std::move(s)),
+        folder(std::move(f)),
+        messageClass(std::move(c)),
+        arena(std::move(a)) {}
 
   mutable std::atomic<int32_t> refs_{0};
 };

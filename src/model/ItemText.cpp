@@ -10,10 +10,34 @@ namespace t4 {
 
 namespace {
 
-bool IsUpperHex(std::u16string_view text) {
+// Value of an upper-case hexadecimal digit, or -1 (lower case too: such a
+// text is kept as it came, so it reads back the same).
+constexpr int8_t UpperDigit(char16_t c) {
+  return c >= u'0' && c <= u'9'   ? static_cast<int8_t>(c - u'0')
+         : c >= u'A' && c <= u'F' ? static_cast<int8_t>(c - u'A' + 10)
+                                  : -1;
+}
+
+struct DigitTable {
+  int8_t value[128];
+  constexpr DigitTable() : value() {
+    for (int c = 0; c < 128; ++c) value[c] = UpperDigit(static_cast<char16_t>(c));
+  }
+};
+constexpr DigitTable kDigits;
+
+// The bytes of upper-case hexadecimal text; false for anything else.
+bool DecodeUpperHex(std::u16string_view text, std::string& out) {
   if (text.size() % 2 != 0) return false;
-  for (char16_t c : text) {
-    if (!((c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F'))) return false;
+  out.resize(text.size() / 2);
+  for (size_t i = 0; i < out.size(); ++i) {
+    const char16_t h = text[2 * i];
+    const char16_t l = text[2 * i + 1];
+    if (h >= 128 || l >= 128) return false;
+    const int8_t high = kDigits.value[h];
+    const int8_t low = kDigits.value[l];
+    if ((high | low) < 0) return false;
+    out[i] = static_cast<char>(high << 4 | low);
   }
   return true;
 }
@@ -27,46 +51,32 @@ bool FitsLatin1(std::u16string_view text) {
 
 }  // namespace
 
-ItemText& ItemText::operator=(ItemText&& other) noexcept {
-  if (this != &other) {
-    std::free(block_);
-    block_ = other.block_;
-    other.block_ = nullptr;
-  }
-  return *this;
+ItemText ItemText::FromBinary(std::string_view entryId, std::u16string_view subject,
+                              TextArena& arena) {
+  return Make(entryId, false, subject, arena);
 }
 
-ItemText::~ItemText() {
-  std::free(block_);
-}
-
-ItemText ItemText::FromBinary(std::string_view entryId, std::u16string_view subject) {
-  return Make(entryId, false, subject);
-}
-
-ItemText ItemText::FromText(std::u16string_view entryId, std::u16string_view subject) {
-  if (IsUpperHex(entryId)) {
-    std::string bytes;
-    HexCodec::Decode(entryId, bytes);
-    return Make(bytes, false, subject);
-  }
+ItemText ItemText::FromText(std::u16string_view entryId, std::u16string_view subject,
+                            TextArena& arena) {
+  // Reused between calls: reading a million items makes no heap block per
+  // identifier for this step.
+  thread_local std::string bytes;
+  if (DecodeUpperHex(entryId, bytes)) return Make(bytes, false, subject, arena);
   return Make(std::string_view(reinterpret_cast<const char*>(entryId.data()),
                                entryId.size() * sizeof(char16_t)),
-              true, subject);
+              true, subject, arena);
 }
 
-ItemText ItemText::Make(std::string_view entryBytes, bool entryIsText,
-                        std::u16string_view subject) {
+ItemText ItemText::Make(std::string_view entryBytes, bool entryIsText, std::u16string_view subject,
+                        TextArena& arena) {
   const bool wide = !FitsLatin1(subject);
   const size_t subjectBytes = subject.size() * (wide ? sizeof(char16_t) : 1);
   if (entryBytes.size() > kLength || subject.size() > kLength) throw std::bad_alloc();
-  ItemText text;
-  text.block_ = static_cast<char*>(std::malloc(sizeof(Header) + entryBytes.size() + subjectBytes));
-  if (text.block_ == nullptr) throw std::bad_alloc();
+  char* block = arena.Allocate(sizeof(Header) + entryBytes.size() + subjectBytes);
   Header header{static_cast<uint32_t>(entryBytes.size()) | (entryIsText ? kWide : 0),
                 static_cast<uint32_t>(subject.size()) | (wide ? kWide : 0)};
-  std::memcpy(text.block_, &header, sizeof header);
-  char* p = text.block_ + sizeof(Header);
+  std::memcpy(block, &header, sizeof header);
+  char* p = block + sizeof(Header);
   if (!entryBytes.empty()) std::memcpy(p, entryBytes.data(), entryBytes.size());
   p += entryBytes.size();
   if (wide) {
@@ -74,6 +84,8 @@ ItemText ItemText::Make(std::string_view entryBytes, bool entryIsText,
   } else {
     for (char16_t c : subject) *p++ = static_cast<char>(c);
   }
+  ItemText text;
+  text.block_ = block;
   return text;
 }
 

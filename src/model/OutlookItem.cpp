@@ -61,7 +61,8 @@ void OutlookItem::Initialize(int32_t id, ItemText text, SharedOrigin origin, dou
   if (!lower) {
     origin = ItemOrigin::Make(
         origin->storeId, origin->folder,
-        std::make_shared<const std::u16string>(TextCase::Lower(*origin->messageClass)));
+        std::make_shared<const std::u16string>(TextCase::Lower(*origin->messageClass)),
+        origin->arena);
   }
   origin_ = std::move(origin);
   suppressJournal_ = false;

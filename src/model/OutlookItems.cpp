@@ -29,6 +29,7 @@ std::shared_ptr<OutlookItem> OutlookItems::Item(const ItemIndex& index) const {
 void OutlookItems::Clear() {
   // Member collections of the old reading keep the old store.
   store_ = std::make_shared<ItemStore>();
+  arena_ = std::make_shared<TextArena>();
   texts_.clear();
   lastStore_.reset();
   lastFolder_.reset();
@@ -51,7 +52,8 @@ std::shared_ptr<OutlookItem> OutlookItems::Add(
     const std::u16string& entryId, const std::u16string& storeId, const std::u16string& folder,
     const std::u16string& subject, const std::u16string& messageClass, double dateTime) {
   return Frame(u"OutlookItems", u"Add", [&] {
-    return Append(ItemText::FromText(entryId, subject), storeId, folder, messageClass, dateTime);
+    return Append(ItemText::FromText(entryId, subject, *arena_), storeId, folder, messageClass,
+                  dateTime);
   });
 }
 
@@ -59,7 +61,8 @@ std::shared_ptr<OutlookItem> OutlookItems::AddBinary(
     std::string_view entryId, const std::u16string& storeId, const std::u16string& folder,
     std::u16string_view subject, const std::u16string& messageClass, double dateTime) {
   return Frame(u"OutlookItems", u"Add", [&] {
-    return Append(ItemText::FromBinary(entryId, subject), storeId, folder, messageClass, dateTime);
+    return Append(ItemText::FromBinary(entryId, subject, *arena_), storeId, folder, messageClass,
+                  dateTime);
   });
 }
 
@@ -83,7 +86,7 @@ std::shared_ptr<OutlookItem> OutlookItems::Append(ItemText text, const std::u16s
       lastOrigin_->messageClass != lastClass_) {
     auto& origin = origins_[{lastStore_.get(), lastFolder_.get(), lastClass_.get()}];
     if (!origin) {
-      origin = ItemOrigin::Make(lastStore_, lastFolder_, lastClass_);
+      origin = ItemOrigin::Make(lastStore_, lastFolder_, lastClass_, arena_);
     }
     lastOrigin_ = origin;
   }

@@ -80,6 +80,8 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   // Items are only ever appended (IDs 1, 2, ...) and cleared all at once,
   // so position and key lookups need no table.
   std::shared_ptr<ItemStore> store_;
+  // The texts of this reading's items (each item's origin keeps it).
+  std::shared_ptr<TextArena> arena_;
   bool changed_ = false;
   bool isReading_ = false;
   int32_t nextId_ = 1;
