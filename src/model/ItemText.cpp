@@ -10,38 +10,6 @@ namespace t4 {
 
 namespace {
 
-// Value of an upper-case hexadecimal digit, or -1 (lower case too: such a
-// text is kept as it came, so it reads back the same).
-constexpr int8_t UpperDigit(char16_t c) {
-  return c >= u'0' && c <= u'9'   ? static_cast<int8_t>(c - u'0')
-         : c >= u'A' && c <= u'F' ? static_cast<int8_t>(c - u'A' + 10)
-                                  : -1;
-}
-
-struct DigitTable {
-  int8_t value[128];
-  constexpr DigitTable() : value() {
-    for (int c = 0; c < 128; ++c) value[c] = UpperDigit(static_cast<char16_t>(c));
-  }
-};
-constexpr DigitTable kDigits;
-
-// The bytes of upper-case hexadecimal text; false for anything else.
-bool DecodeUpperHex(std::u16string_view text, std::string& out) {
-  if (text.size() % 2 != 0) return false;
-  out.resize(text.size() / 2);
-  for (size_t i = 0; i < out.size(); ++i) {
-    const char16_t h = text[2 * i];
-    const char16_t l = text[2 * i + 1];
-    if (h >= 128 || l >= 128) return false;
-    const int8_t high = kDigits.value[h];
-    const int8_t low = kDigits.value[l];
-    if ((high | low) < 0) return false;
-    out[i] = static_cast<char>(high << 4 | low);
-  }
-  return true;
-}
-
 bool FitsLatin1(std::u16string_view text) {
   for (char16_t c : text) {
     if (c > 0xFF) return false;
@@ -61,7 +29,7 @@ ItemText ItemText::FromText(std::u16string_view entryId, std::u16string_view sub
   // Reused between calls: reading a million items makes no heap block per
   // identifier for this step.
   thread_local std::string bytes;
-  if (DecodeUpperHex(entryId, bytes)) return Make(bytes, false, subject, arena);
+  if (HexCodec::DecodeUpper(entryId, bytes)) return Make(bytes, false, subject, arena);
   return Make(std::string_view(reinterpret_cast<const char*>(entryId.data()),
                                entryId.size() * sizeof(char16_t)),
               true, subject, arena);

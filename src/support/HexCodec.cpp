@@ -6,11 +6,35 @@ namespace {
 
 constexpr char16_t kDigits[] = u"0123456789ABCDEF";
 
-int DigitValue(char16_t c) {
-  if (c >= u'0' && c <= u'9') return c - u'0';
-  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
-  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
-  return -1;
+// Digit values of the ASCII characters: -1 for no digit; lower-case
+// letters are marked apart (16 + value) so an upper-case-only decode can
+// refuse them.
+struct DigitTable {
+  int8_t value[128];
+  constexpr DigitTable() : value() {
+    for (int c = 0; c < 128; ++c) {
+      value[c] = c >= '0' && c <= '9'   ? static_cast<int8_t>(c - '0')
+                 : c >= 'A' && c <= 'F' ? static_cast<int8_t>(c - 'A' + 10)
+                 : c >= 'a' && c <= 'f' ? static_cast<int8_t>(16 + c - 'a' + 10)
+                                        : -1;
+    }
+  }
+};
+constexpr DigitTable kValues;
+
+bool DecodeWith(std::u16string_view hex, std::string& out, int8_t limit) {
+  if (hex.size() % 2 != 0) return false;
+  out.resize(hex.size() / 2);
+  for (size_t i = 0; i < out.size(); ++i) {
+    const char16_t h = hex[2 * i];
+    const char16_t l = hex[2 * i + 1];
+    if (h >= 128 || l >= 128) return false;
+    const int8_t high = kValues.value[h];
+    const int8_t low = kValues.value[l];
+    if (high < 0 || low < 0 || high >= limit || low >= limit) return false;
+    out[i] = static_cast<char>((high & 15) << 4 | (low & 15));
+  }
+  return true;
 }
 
 }  // namespace
@@ -33,15 +57,11 @@ void HexCodec::AppendEncoded(std::string_view bytes, std::u16string& out) {
 }
 
 bool HexCodec::Decode(std::u16string_view hex, std::string& out) {
-  if (hex.size() % 2 != 0) return false;
-  out.resize(hex.size() / 2);
-  for (size_t i = 0; i < out.size(); ++i) {
-    const int high = DigitValue(hex[2 * i]);
-    const int low = DigitValue(hex[2 * i + 1]);
-    if (high < 0 || low < 0) return false;
-    out[i] = static_cast<char>(high << 4 | low);
-  }
-  return true;
+  return DecodeWith(hex, out, 32);
+}
+
+bool HexCodec::DecodeUpper(std::u16string_view hex, std::string& out) {
+  return DecodeWith(hex, out, 16);
 }
 
 }  // namespace t4

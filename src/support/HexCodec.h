@@ -16,6 +16,9 @@ class HexCodec {
   // The bytes of `hex` (either letter case). False, with `out` unspecified,
   // for an odd length or a character that is no hexadecimal digit.
   static bool Decode(std::u16string_view hex, std::string& out);
+  // The same for upper-case digits only, the form Encode writes: true
+  // exactly when Encode(out) gives `hex` back.
+  static bool DecodeUpper(std::u16string_view hex, std::string& out);
 };
 
 }  // namespace t4

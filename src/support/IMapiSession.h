@@ -27,8 +27,7 @@ class IMapiSession {
   virtual std::shared_ptr<IMapiStore> GetStoreFromID(const std::u16string& entryIdStore) = 0;
   // True when both entry identifiers name the same object
   // ("CompareEntryIDs"); identifiers of one object may differ in their text.
-  virtual bool CompareEntryIDs(const std::u16string& entryId1,
-                               const std::u16string& entryId2) = 0;
+  virtual bool CompareEntryIDs(const std::u16string& entryId1, const std::u16string& entryId2) = 0;
 };
 
 }  // namespace t4

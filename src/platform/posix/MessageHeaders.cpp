@@ -1,8 +1,8 @@
 #include "platform/posix/MessageHeaders.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <gmime/gmime.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>

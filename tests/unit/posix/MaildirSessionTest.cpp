@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "ErrorNumber.h"
 #include "platform/posix/MaildirEntryId.h"
 #include "platform/posix/MaildirMessage.h"
 #include "platform/posix/MaildirStore.h"
@@ -31,6 +32,8 @@
 namespace t4 {
 namespace {
 
+using test::NumberOf;
+
 using posix::MaildirEntryId;
 using posix::MapiError;
 using test::TestProfile;
@@ -41,15 +44,6 @@ constexpr uint32_t kSubject = 0x0037001Eu;
 constexpr uint32_t kModified = 0x30080040u;
 constexpr uint32_t kClass = 0x001A001Eu;
 constexpr uint32_t kAdditionalRen = 0x36D81102u;
-
-int32_t NumberOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& e) {
-    return e.Number();
-  }
-  return 0;
-}
 
 // The store's Inbox as the core opens it: through its store's identifier.
 std::shared_ptr<IMapiFolder> Inbox(IMapiSession& session, const std::u16string& storeId) {

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "ErrorNumber.h"
 #include "platform/posix/PosixRegistryFile.h"
 #include "platform/posix/XmlCategoryStore.h"
 #include "posix/TempConfigDirs.h"
@@ -18,14 +19,7 @@
 namespace t4 {
 namespace {
 
-int32_t NumberOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& e) {
-    return e.Number();
-  }
-  return 0;
-}
+using test::NumberOf;
 
 TEST(ProfileLock, SecondDescriptorInTheSameProcessIsAnotherWriter) {
   test::TempConfigDirs dirs;

@@ -15,6 +15,9 @@
 namespace t4 {
 namespace {
 
+using test::PutLong;
+using test::PutText;
+
 using test::FakeCall;
 using test::FakeDispatch;
 using win32::DispatchCategoryStore;
@@ -36,16 +39,6 @@ struct ClientRule {
   bool conditionEmpty = false;  // Categories answers Empty, not an array
 };
 
-HRESULT PutText(VARIANT* result, const std::u16string& text) {
-  V_VT(result) = VT_BSTR;
-  V_BSTR(result) = test::Bstr(text);
-  return S_OK;
-}
-HRESULT PutLong(VARIANT* result, int32_t value) {
-  V_VT(result) = VT_I4;
-  V_I4(result) = value;
-  return S_OK;
-}
 HRESULT PutObject(VARIANT* result, FakeDispatch* object) {
   // Hands over the one reference `object` was made with.
   V_VT(result) = VT_DISPATCH;

@@ -193,4 +193,16 @@ inline HRESULT Raise(FakeCall& call, SCODE scode, WORD wCode, const std::u16stri
   return DISP_E_EXCEPTION;
 }
 
+// A method's text or Long result, as a fake member hands it back.
+inline HRESULT PutText(VARIANT* result, const std::u16string& text) {
+  V_VT(result) = VT_BSTR;
+  V_BSTR(result) = Bstr(text);
+  return S_OK;
+}
+inline HRESULT PutLong(VARIANT* result, int32_t value) {
+  V_VT(result) = VT_I4;
+  V_I4(result) = value;
+  return S_OK;
+}
+
 }  // namespace t4::test

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "ErrorNumber.h"
 #include "platform/win32/DispatchClientObject.h"
 #include "platform/win32/DispatchMapiFolder.h"
 #include "platform/win32/DispatchMapiMessage.h"
@@ -25,34 +26,20 @@
 namespace t4 {
 namespace {
 
+using test::PutLong;
+using test::PutText;
+
+using test::NumberOf;
+
 using test::FakeCall;
 using test::FakeDispatch;
 using win32::Variant;
 
 class MapiAdaptersTest : public test::ComTest {};
 
-int32_t NumberOf(const std::function<void()>& body) {
-  try {
-    body();
-  } catch (const Error& e) {
-    return e.Number();
-  }
-  return 0;
-}
-
 // A raw MAPI interface: IUnknown only, as MAPIOBJECT and RawTable hand out.
 class RawObject : public test::FakeUnknown<IUnknown, &IID_IUnknown> {};
 
-HRESULT PutText(VARIANT* result, const std::u16string& text) {
-  V_VT(result) = VT_BSTR;
-  V_BSTR(result) = test::Bstr(text);
-  return S_OK;
-}
-HRESULT PutLong(VARIANT* result, int32_t value) {
-  V_VT(result) = VT_I4;
-  V_I4(result) = value;
-  return S_OK;
-}
 HRESULT PutNothing(VARIANT* result) {
   V_VT(result) = VT_DISPATCH;
   V_DISPATCH(result) = nullptr;

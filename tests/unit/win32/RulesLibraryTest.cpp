@@ -2,6 +2,7 @@
 // adapters, and what creating them does where they are not installed.
 #include <gtest/gtest.h>
 
+#include "ErrorNumber.h"
 #include "platform/win32/DispatchMapiSession.h"
 #include "platform/win32/DispatchRulesReader.h"
 #include "platform/win32/Win32ClientApp.h"
@@ -14,19 +15,12 @@
 namespace t4 {
 namespace {
 
+using test::NumberOf;
+
 using test::FakeCall;
 using test::FakeDispatch;
 
 class RulesLibraryTest : public test::ComTest {};
-
-int32_t NumberOf(const std::function<void()>& body) {
-  try {
-    body();
-  } catch (const Error& e) {
-    return e.Number();
-  }
-  return 0;
-}
 
 // Any client that is not the Windows one.
 class OtherClient : public IClientApp {
@@ -34,6 +28,7 @@ class OtherClient : public IClientApp {
                                                const std::u16string&) override {
     return nullptr;
   }
+
  public:
   std::u16string Version() override { return u"16.0"; }
   void AdviseQuit(std::function<void()>) override {}
