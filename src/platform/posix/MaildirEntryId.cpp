@@ -3,6 +3,7 @@
 #include <glib.h>
 
 #include <cstring>
+#include <memory>
 
 #include "support/HexCodec.h"
 
@@ -30,8 +31,16 @@ void Append(std::string& out, const MaildirEntryId::Key& key) {
   out.append(reinterpret_cast<const char*>(key.data()), key.size());
 }
 
+struct ChecksumDeleter {
+  void operator()(GChecksum* sum) const { g_checksum_free(sum); }
+};
+
 MaildirEntryId::Key Hashed(std::string_view tag, std::string_view text) {
-  GChecksum* sum = g_checksum_new(G_CHECKSUM_SHA256);
+  // One checksum object per thread, reset for each key: a reading makes a
+  // key per message.
+  thread_local std::unique_ptr<GChecksum, ChecksumDeleter> kept(g_checksum_new(G_CHECKSUM_SHA256));
+  GChecksum* sum = kept.get();
+  g_checksum_reset(sum);
   g_checksum_update(sum, reinterpret_cast<const guchar*>(tag.data()),
                     static_cast<gssize>(tag.size()));
   g_checksum_update(sum, reinterpret_cast<const guchar*>(text.data()),
@@ -39,7 +48,6 @@ MaildirEntryId::Key Hashed(std::string_view tag, std::string_view text) {
   guint8 digest[32];
   gsize length = sizeof digest;
   g_checksum_get_digest(sum, digest, &length);
-  g_checksum_free(sum);
   MaildirEntryId::Key key{};
   std::memcpy(key.data(), digest, key.size());
   return key;

@@ -48,4 +48,20 @@ std::shared_ptr<IMapiProp> MaildirFolder::MAPIOBJECT() {
   return shared_from_this();
 }
 
+void MaildirFolder::KeepListing(std::vector<MaildirStore::MessageFile> files) {
+  listing_ = std::move(files);
+  listedAt_ = std::chrono::steady_clock::now();
+  listed_ = true;
+}
+
+bool MaildirFolder::TakeListing(std::vector<MaildirStore::MessageFile>& files) {
+  if (!listed_) return false;
+  listed_ = false;
+  std::vector<MaildirStore::MessageFile> kept = std::move(listing_);
+  listing_.clear();
+  if (std::chrono::steady_clock::now() - listedAt_ > kListingFresh) return false;
+  files = std::move(kept);
+  return true;
+}
+
 }  // namespace t4::posix

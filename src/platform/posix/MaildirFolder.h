@@ -1,8 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "platform/posix/MaildirStore.h"
 #include "support/IMapiFolder.h"
 #include "support/IMapiProp.h"
 
@@ -34,9 +37,21 @@ class MaildirFolder : public IMapiFolder,
   // The binary entry identifier.
   std::string EntryIdBytes() const;
 
+  // A count of the folder's messages lists them; the listing is kept for
+  // the contents table taken next, so that a reading lists each folder
+  // once and its rows are the messages it counted. A listing is taken at
+  // most once and only within kListingFresh of the count; after that the
+  // table lists the folder again.
+  static constexpr std::chrono::milliseconds kListingFresh{1000};
+  void KeepListing(std::vector<MaildirStore::MessageFile> files);
+  bool TakeListing(std::vector<MaildirStore::MessageFile>& files);
+
  private:
   std::shared_ptr<MaildirStore> store_;
   std::string folderName_;
+  std::vector<MaildirStore::MessageFile> listing_;
+  std::chrono::steady_clock::time_point listedAt_{};
+  bool listed_ = false;
 };
 
 }  // namespace t4::posix

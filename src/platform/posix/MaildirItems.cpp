@@ -6,7 +6,11 @@
 namespace t4::posix {
 
 int32_t MaildirItems::Count() {
-  return folder_->OwnStore()->CountMessages(folder_->FolderName());
+  std::vector<MaildirStore::MessageFile> files =
+      folder_->OwnStore()->ListMessages(folder_->FolderName());
+  const auto count = static_cast<int32_t>(files.size());
+  folder_->KeepListing(std::move(files));
+  return count;
 }
 
 std::shared_ptr<IMapiProp> MaildirItems::RawTable() {

@@ -70,7 +70,9 @@ MaildirMessage::MaildirMessage(std::shared_ptr<MaildirStore> store, std::string 
 
 std::filesystem::path MaildirMessage::CurrentPath() const {
   MaildirStore::MessageFile file;
-  path_ = store_->Locate(folderName_, unique_, file, path_) ? file.path : std::filesystem::path();
+  path_ = store_->Locate(folderName_, unique_, file, path_.string())
+              ? std::filesystem::path(file.path)
+              : std::filesystem::path();
   return path_;
 }
 

@@ -28,27 +28,31 @@ bool IsDirectory(const std::filesystem::path& path) {
 }
 
 // Regular files of one folder whose names do not start with a dot.
-// Calls take(name, path) for every message file of a cur/ or new/ folder.
+// Calls take(name) for every message file of a cur/ or new/ folder; the
+// name is only valid during the call, so counting builds no strings.
 template <class Take>
 void ForEachFile(const std::filesystem::path& folder, Take&& take) {
   DIR* dir = ::opendir(folder.c_str());
   if (dir == nullptr) return;
   while (const dirent* entry = ::readdir(dir)) {
-    const std::string name = entry->d_name;
+    const std::string_view name = entry->d_name;
     if (name.empty() || name[0] == '.') continue;
     if (entry->d_type != DT_REG && entry->d_type != DT_UNKNOWN) continue;
-    const std::filesystem::path path = folder / name;
     if (entry->d_type == DT_UNKNOWN) {
       struct stat info {};
-      if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) continue;
+      if (::fstatat(::dirfd(dir), entry->d_name, &info, 0) != 0 || !S_ISREG(info.st_mode)) continue;
     }
-    take(name, path);
+    take(name);
   }
   ::closedir(dir);
 }
 
 void AddFiles(const std::filesystem::path& folder, std::vector<MaildirStore::MessageFile>& out) {
-  ForEachFile(folder, [&](const std::string& name, const std::filesystem::path& path) {
+  std::string path = folder.string() + '/';
+  const size_t base = path.size();
+  ForEachFile(folder, [&](std::string_view name) {
+    path.resize(base);
+    path.append(name);
     out.push_back({MaildirStore::UniqueName(name), path});
   });
 }
@@ -242,25 +246,18 @@ std::vector<MaildirStore::MessageFile> MaildirStore::ListMessages(
   return files;
 }
 
-int32_t MaildirStore::CountMessages(const std::string& folderName) const {
-  if (folderName == kRootName) return 0;
-  const std::filesystem::path folder = FolderDir(folderName);
-  int32_t count = 0;
-  for (const char* sub : {"cur", "new"}) {
-    ForEachFile(folder / sub, [&](const std::string&, const std::filesystem::path&) { ++count; });
-  }
-  return count;
-}
-
 bool MaildirStore::Locate(const std::string& folderName, const std::string& unique,
-                          MessageFile& out, const std::filesystem::path& hint) const {
+                          MessageFile& out, const std::string& hint) const {
   if (folderName == kRootName) return false;
   const std::filesystem::path folder = FolderDir(folderName);
   // Where it was last seen, then where a message no mail program has seen
   // yet lies (new/ under its plain unique name); only then list cur/.
   struct stat info {};
-  for (const std::filesystem::path& guess : {hint, folder / "new" / unique}) {
-    if (guess.empty() || UniqueName(guess.filename().string()) != unique) continue;
+  for (const std::string& guess : {hint, (folder / "new" / unique).string()}) {
+    const size_t slash = guess.rfind('/');
+    const std::string_view fileName =
+        std::string_view(guess).substr(slash == std::string::npos ? 0 : slash + 1);
+    if (guess.empty() || UniqueName(fileName) != unique) continue;
     if (::stat(guess.c_str(), &info) == 0 && S_ISREG(info.st_mode)) {
       out = {unique, guess};
       return true;
@@ -278,8 +275,8 @@ bool MaildirStore::Locate(const std::string& folderName, const std::string& uniq
   return false;
 }
 
-std::string MaildirStore::UniqueName(const std::string& fileName) {
-  return fileName.substr(0, fileName.find(':'));
+std::string MaildirStore::UniqueName(std::string_view fileName) {
+  return std::string(fileName.substr(0, fileName.find(':')));
 }
 
 }  // namespace t4::posix

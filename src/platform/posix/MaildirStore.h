@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/posix/MaildirEntryId.h"
@@ -37,8 +38,9 @@ class MaildirStore : public IMapiStore, public std::enable_shared_from_this<Mail
   static constexpr const char* kRootName = "/";
 
   struct MessageFile {
-    std::string unique;          // the file name up to ':'
-    std::filesystem::path path;  // cur/ or new/ file as found
+    std::string unique;  // the file name up to ':'
+    std::string path;    // cur/ or new/ file as found (a plain string:
+                         // a listing of many files splits no paths)
   };
 
   // The store in `dir`, or null when its store.ini is missing or has no
@@ -77,15 +79,12 @@ class MaildirStore : public IMapiStore, public std::enable_shared_from_this<Mail
 
   // The messages of cur/ and new/, sorted by unique name.
   std::vector<MessageFile> ListMessages(const std::string& folderName) const;
-  // The number of messages of a folder: ListMessages().size() without
-  // building and sorting the list.
-  int32_t CountMessages(const std::string& folderName) const;
   // The message with this unique name, wherever its flags moved it;
   // `hint` (a path it had) is tried first.
   bool Locate(const std::string& folderName, const std::string& unique, MessageFile& out,
-              const std::filesystem::path& hint = {}) const;
+              const std::string& hint = {}) const;
   // The file name up to the info separator ':'.
-  static std::string UniqueName(const std::string& fileName);
+  static std::string UniqueName(std::string_view fileName);
 
  private:
   MaildirStore() = default;

@@ -1,6 +1,8 @@
 #include "platform/posix/MaildirTable.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -22,6 +24,41 @@ MapiValue NotFound() {
 
 }  // namespace
 
+MaildirTable::~MaildirTable() {
+  CloseDirectories();
+}
+
+void MaildirTable::CloseDirectories() {
+  for (Directory& dir : dirs_) {
+    if (dir.fd >= 0) ::close(dir.fd);
+    dir = Directory();
+  }
+}
+
+void MaildirTable::OpenDirectories() {
+  CloseDirectories();
+  if (!folder_) return;
+  const std::string folder = folder_->OwnStore()->FolderDir(folder_->FolderName()).string();
+  const char* const subs[] = {"/cur/", "/new/"};
+  for (int i = 0; i < 2; ++i) {
+    dirs_[i].prefix = folder + subs[i];
+    dirs_[i].fd = ::open(dirs_[i].prefix.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  }
+}
+
+int MaildirTable::DirectoryOf(const std::string& path, const char*& relative) const {
+  for (const Directory& dir : dirs_) {
+    if (dir.fd >= 0 && path.size() > dir.prefix.size() &&
+        path.compare(0, dir.prefix.size(), dir.prefix) == 0 &&
+        path.find('/', dir.prefix.size()) == std::string::npos) {
+      relative = path.c_str() + dir.prefix.size();
+      return dir.fd;
+    }
+  }
+  relative = path.c_str();
+  return AT_FDCWD;
+}
+
 void MaildirTable::SetItem(std::shared_ptr<IMapiProp> rawTable) {
   if (!rawTable) {
     folder_.reset();
@@ -31,6 +68,7 @@ void MaildirTable::SetItem(std::shared_ptr<IMapiProp> rawTable) {
     folder_ = std::move(folder);
   }
   files_.clear();
+  CloseDirectories();
   taken_ = false;
   cursor_ = 0;
 }
@@ -41,7 +79,10 @@ void MaildirTable::SetColumns(const std::vector<uint32_t>& propTags) {
 
 void MaildirTable::Snapshot() {
   files_.clear();
-  if (folder_) files_ = folder_->OwnStore()->ListMessages(folder_->FolderName());
+  if (folder_ && !folder_->TakeListing(files_)) {
+    files_ = folder_->OwnStore()->ListMessages(folder_->FolderName());
+  }
+  OpenDirectories();
   taken_ = true;
   cursor_ = 0;
 }
@@ -73,10 +114,12 @@ std::vector<MapiRow> MaildirTable::GetRows(int32_t count) {
     // by a flag change since the snapshot is looked for once.
     MessageHeaders headers;
     timespec modified{};
-    const auto look = [&](const std::filesystem::path& path) {
-      if (needHeaders) return MessageHeaders::ReadFile(path.string(), headers, &modified);
+    const auto look = [&](const std::string& path) {
+      const char* relative = nullptr;
+      const int dir = DirectoryOf(path, relative);
+      if (needHeaders) return MessageHeaders::ReadFileAt(dir, relative, headers, &modified);
       struct stat info {};
-      if (::stat(path.c_str(), &info) != 0) return false;
+      if (::fstatat(dir, relative, &info, 0) != 0) return false;
       modified = info.st_mtim;
       return true;
     };

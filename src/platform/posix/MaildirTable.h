@@ -22,6 +22,11 @@ class MaildirFolder;
 // after the snapshot is left out of the rows.
 class MaildirTable : public IMapiTable {
  public:
+  MaildirTable() = default;
+  MaildirTable(const MaildirTable&) = delete;
+  MaildirTable& operator=(const MaildirTable&) = delete;
+  ~MaildirTable() override;
+
   static constexpr uint32_t kEntryId = 0x0FFF0102u;
   static constexpr uint32_t kSubject = 0x0037001Eu;
   static constexpr uint32_t kLastModificationTime = 0x30080040u;
@@ -38,12 +43,24 @@ class MaildirTable : public IMapiTable {
 
  private:
   void Snapshot();
+  // Opens cur/ and new/ of the folder, so that rows read their files
+  // relative to them; closes what was open before.
+  void OpenDirectories();
+  void CloseDirectories();
+  // The directory a listed file lies in and its path relative to it, or
+  // the current directory and the whole path.
+  int DirectoryOf(const std::string& path, const char*& relative) const;
 
   std::shared_ptr<MaildirFolder> folder_;
   std::vector<uint32_t> columns_;
   std::vector<MaildirStore::MessageFile> files_;
   bool taken_ = false;
   size_t cursor_ = 0;
+  struct Directory {
+    std::string prefix;  // "<folder>/cur/"
+    int fd = -1;
+  };
+  Directory dirs_[2];
 };
 
 }  // namespace t4::posix

@@ -9,8 +9,13 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <string>
+#include <unordered_map>
 
+#include "platform/posix/CalendarProbe.h"
+#include "platform/posix/ContentType.h"
 #include "platform/posix/GMimeRuntime.h"
+#include "platform/posix/HeaderFields.h"
 
 namespace t4::posix {
 
@@ -41,21 +46,21 @@ bool EqualsNoCase(std::string_view a, std::string_view b) {
   return true;
 }
 
-bool ContainsNoCase(std::string_view text, std::string_view what) {
-  if (what.size() > text.size()) return false;
-  for (size_t i = 0; i + what.size() <= text.size(); ++i) {
-    if (EqualsNoCase(text.substr(i, what.size()), what)) return true;
+// Only a header that names a multipart or a calendar needs a look at the
+// body; one pass over the header, looking closer where an 'm' or a 'c' is.
+bool MayNeedBody(std::string_view header) {
+  const auto at = [&](size_t i, std::string_view what) {
+    return i + what.size() <= header.size() && EqualsNoCase(header.substr(i, what.size()), what);
+  };
+  for (size_t i = 0; i < header.size(); ++i) {
+    const char c = Lower(header[i]);
+    if ((c == 'm' && at(i, "multipart")) || (c == 'c' && at(i, "calendar"))) return true;
   }
   return false;
 }
 
 std::string Trim(std::string_view text) {
-  size_t b = 0, e = text.size();
-  while (b < e && (text[b] == ' ' || text[b] == '\t' || text[b] == '\r' || text[b] == '\n')) ++b;
-  while (e > b &&
-         (text[e - 1] == ' ' || text[e - 1] == '\t' || text[e - 1] == '\r' || text[e - 1] == '\n'))
-    --e;
-  return std::string(text.substr(b, e - b));
+  return std::string(HeaderFields::Trim(text));
 }
 
 // Decoded, unfolded value of one field, as UTF-8.
@@ -94,13 +99,6 @@ struct CalendarKind {
   bool task = false;
 };
 
-// VTODO before any VEVENT makes the calendar a task.
-bool TextIsTask(std::string_view text) {
-  const size_t todo = text.find("BEGIN:VTODO");
-  const size_t event = text.find("BEGIN:VEVENT");
-  return todo != std::string_view::npos && (event == std::string_view::npos || todo < event);
-}
-
 bool ComponentIsTask(GMimeContentType* type) {
   const char* component = g_mime_content_type_get_parameter(type, "component");
   return component != nullptr && EqualsNoCase(Trim(component), "VTODO");
@@ -122,7 +120,8 @@ void InspectCalendarPart(GMimeObject* object, CalendarKind& kind) {
   GByteArray* bytes = g_mime_stream_mem_get_byte_array(GMIME_STREAM_MEM(decoded.get()));
   if (bytes != nullptr) {
     const size_t length = std::min<size_t>(bytes->len, MessageHeaders::kMaxBodyScanBytes);
-    kind.task = TextIsTask(std::string_view(reinterpret_cast<const char*>(bytes->data), length));
+    kind.task = CalendarProbe::TextIsTask(
+        std::string_view(reinterpret_cast<const char*>(bytes->data), length));
   }
 }
 
@@ -175,14 +174,25 @@ std::vector<std::string> MessageHeaders::SplitKeywords(std::string_view value) {
   std::vector<std::string> names;
   size_t start = 0;
   size_t i = 0;
+  // Keywords come from a small set of names, so the decoding of each
+  // element is remembered (per thread, and only up to a bound).
+  thread_local std::unordered_map<std::string, std::string> decodedElements;
+  constexpr size_t kRemembered = 4096;
   const auto take = [&](size_t end) {
     const std::string element(value.substr(start, end - start));
     if (element.empty()) {
       names.emplace_back();
       return;
     }
+    const auto known = decodedElements.find(element);
+    if (known != decodedElements.end()) {
+      names.push_back(known->second);
+      return;
+    }
     GText decoded(g_mime_utils_header_decode_text(nullptr, element.c_str()));
     names.emplace_back(decoded ? decoded.get() : "");
+    if (decodedElements.size() >= kRemembered) decodedElements.clear();
+    decodedElements.emplace(element, names.back());
   };
   while (i < value.size()) {
     if (value[i] == ',') {
@@ -231,8 +241,21 @@ std::string MessageHeaders::Frame(std::string_view bytes, size_t& headerLength) 
 
 MessageHeaders MessageHeaders::Parse(std::string_view bytes) {
   size_t headerLength = 0;
-  const std::string text = Frame(bytes, headerLength);
+  const bool ended = FindHeaderEnd(bytes.substr(0, kMaxHeaderBytes), headerLength);
+  return Parse(bytes, ended ? headerLength : std::string_view::npos);
+}
+
+MessageHeaders MessageHeaders::Parse(std::string_view bytes, size_t headerLength) {
   MessageHeaders result;
+  // Most messages are read as they are: a header ended within its bound
+  // and no NUL anywhere (GMime's framing would blank a NUL).
+  if (headerLength != std::string_view::npos && headerLength <= kMaxHeaderBytes &&
+      bytes.find('\0') == std::string_view::npos &&
+      ParseFields(bytes.substr(0, headerLength), result,
+                  bytes.substr(headerLength, kMaxBodyScanBytes))) {
+    return result;
+  }
+  const std::string text = Frame(bytes, headerLength);
   const std::string_view framed(text);
   if (ParseFields(framed.substr(0, headerLength), result, framed.substr(headerLength))) {
     return result;
@@ -247,129 +270,96 @@ MessageHeaders MessageHeaders::ParseWithGMime(std::string_view bytes) {
 
 bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out,
                                  std::string_view body) {
-  // The fields are split here. A value with encoded words or 8-bit text is
-  // decoded by GMime's header functions exactly as the full parse decodes
-  // it; plain ASCII needs no decoding. Only what needs the MIME structure
-  // (multipart, calendar, a content type with parameters in quotes or
-  // comments) or an odd header (a lone CR, control characters, a line that
-  // is no field) goes to the full parse.
+  // The fields are split here without copies. A value with encoded words
+  // or 8-bit text is decoded by GMime's header functions exactly as the
+  // full parse decodes it; plain ASCII needs no decoding. What needs more
+  // of the MIME structure than CalendarProbe judges, or an odd header (a
+  // lone CR, control characters, a line that is no field), goes to the
+  // full parse.
   GMimeRuntime::Ensure();
-  for (size_t i = 0; i < header.size(); ++i) {
-    const auto c = static_cast<unsigned char>(header[i]);
-    if (c == '\r' && (i + 1 >= header.size() || header[i + 1] != '\n')) return false;
-    if (c != '\t' && c != '\r' && c != '\n' && (c < 0x20 || c == 0x7F)) return false;
-  }
-
-  struct Field {
-    std::string_view name;
-    std::string value;  // unfolded: the line ends taken out
-    std::string raw;    // as written after the colon, line ends included
-    bool plain = true;  // printable ASCII without encoded words
-  };
-  const auto isPlain = [](std::string_view text) {
-    for (const char c : text) {
-      if (static_cast<unsigned char>(c) > 0x7E) return false;
-    }
-    return text.find("=?") == std::string_view::npos;
-  };
-  std::vector<Field> fields;
-  size_t pos = 0;
-  while (pos < header.size()) {
-    size_t newline = header.find('\n', pos);
-    const size_t next = newline == std::string_view::npos ? header.size() : newline + 1;
-    if (newline == std::string_view::npos) newline = header.size();
-    std::string_view line = header.substr(pos, newline - pos);
-    const std::string_view withEnd = header.substr(pos, next - pos);
-    pos = next;
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    if (line.empty()) break;
-    if (line[0] == ' ' || line[0] == '\t') {
-      if (fields.empty()) return false;
-      fields.back().value.append(line);
-      fields.back().raw.append(withEnd);
-      continue;
-    }
-    const size_t colon = line.find(':');
-    if (colon == std::string_view::npos || colon == 0) return false;
-    const std::string_view name = line.substr(0, colon);
-    if (name.find_first_of(" \t") != std::string_view::npos || !isPlain(name)) return false;
-    fields.push_back(
-        {name, std::string(line.substr(colon + 1)), std::string(withEnd.substr(colon + 1)), true});
-  }
-  for (Field& field : fields) field.plain = isPlain(field.value);
-
   MessageHeaders result;
   bool haveSubject = false;
-  bool haveType = false;
-  std::string explicitClass;
-  std::string type;
-  std::string transfer;
-  bool haveTransfer = false;
-  for (const Field& field : fields) {
-    if (EqualsNoCase(field.name, "Content-Transfer-Encoding")) {
-      if (haveTransfer || !field.plain) transfer = "?";
-      if (!haveTransfer && field.plain) transfer = Trim(field.value);
-      haveTransfer = true;
-      continue;
-    }
-    if (EqualsNoCase(field.name, "Keywords")) {
-      result.hasKeywords_ = true;
-      if (!field.plain) {
-        GText unfolded(g_mime_utils_header_unfold(field.raw.c_str()));
-        std::string value = unfolded ? unfolded.get() : "";
-        while (!value.empty() && (value.back() == '\n' || value.back() == '\r')) value.pop_back();
-        for (auto& name : SplitKeywords(value)) result.keywords_.push_back(std::move(name));
-        continue;
-      }
-      const std::string value = Trim(field.value);
-      size_t start = 0;
-      for (;;) {
-        const size_t comma = value.find(',', start);
-        result.keywords_.push_back(value.substr(start, comma - start));
-        if (comma == std::string::npos) break;
-        start = comma + 1;
-      }
-    } else if (!haveSubject && EqualsNoCase(field.name, "Subject")) {
-      haveSubject = true;
-      result.subject_ = field.plain ? Trim(field.value) : DecodedText(field.raw.c_str());
-    } else if (explicitClass.empty() && EqualsNoCase(field.name, "X-Message-Class")) {
-      explicitClass = field.plain ? Trim(field.value) : DecodedText(field.raw.c_str());
-    } else if (EqualsNoCase(field.name, "Content-Type")) {
-      if (haveType || !field.plain) return false;
-      haveType = true;
-      type = Trim(field.value);
-    }
-  }
-  if (!explicitClass.empty()) {
-    result.messageClass_ = explicitClass;
-  } else if (haveType) {
-    // Only a plain "type/subtype" that needs no look at the body.
-    if (type.find_first_of("(\"\\") != std::string::npos) return false;
-    std::string media = Trim(std::string_view(type).substr(0, type.find(';')));
-    const size_t slash = media.find('/');
-    if (slash == std::string::npos || slash == 0 || slash + 1 == media.size()) return false;
-    for (char& c : media) {
-      c = Lower(c);
-      const bool token = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
-                         std::string_view("!#$&^_.+-").find(c) != std::string_view::npos;
-      if (!token && c != '/') return false;
-    }
-    if (media.find('/', slash + 1) != std::string::npos) return false;
-    if (media.compare(0, slash, "multipart") == 0) return false;
-    if (media == "text/calendar") {
-      // A task may be named by a parameter (GMime's to read) or found in
-      // a body that is encoded (GMime's to decode); a plain body is read
-      // as it is.
-      if (ContainsNoCase(type, "component")) return false;
-      for (char& c : transfer) c = Lower(c);
-      if (!transfer.empty() && transfer != "7bit" && transfer != "8bit" && transfer != "binary") {
+  bool haveClass = false;
+  int types = 0;
+  int transfers = 0;
+  std::string_view typeRaw;
+  std::string_view transferRaw;
+  std::string scratch;  // a folded value, unfolded
+  const bool split =
+      HeaderFields::ForEach(header, [&](std::string_view name, std::string_view raw) {
+        if (EqualsNoCase(name, "Keywords")) {
+          result.hasKeywords_ = true;
+          if (!HeaderFields::IsPlain(raw)) {
+            GText unfolded(g_mime_utils_header_unfold(std::string(raw).c_str()));
+            std::string value = unfolded ? unfolded.get() : "";
+            while (!value.empty() && (value.back() == '\n' || value.back() == '\r'))
+              value.pop_back();
+            for (auto& name : SplitKeywords(value)) result.keywords_.push_back(std::move(name));
+            return;
+          }
+          const std::string_view trimmed = HeaderFields::Value(raw, scratch);
+          size_t start = 0;
+          for (;;) {
+            const size_t comma = trimmed.find(',', start);
+            result.keywords_.emplace_back(trimmed.substr(start, comma - start));
+            if (comma == std::string_view::npos) break;
+            start = comma + 1;
+          }
+        } else if (!haveSubject && EqualsNoCase(name, "Subject")) {
+          haveSubject = true;
+          result.subject_ = HeaderFields::IsPlain(raw)
+                                ? std::string(HeaderFields::Value(raw, scratch))
+                                : DecodedText(std::string(raw).c_str());
+        } else if (!haveClass && EqualsNoCase(name, "X-Message-Class")) {
+          std::string value = HeaderFields::IsPlain(raw)
+                                  ? std::string(HeaderFields::Value(raw, scratch))
+                                  : DecodedText(std::string(raw).c_str());
+          if (!value.empty()) {
+            haveClass = true;
+            result.messageClass_ = std::move(value);
+          }
+        } else if (EqualsNoCase(name, "Content-Type")) {
+          typeRaw = raw;
+          ++types;
+        } else if (EqualsNoCase(name, "Content-Transfer-Encoding")) {
+          transferRaw = raw;
+          ++transfers;
+        }
+      });
+  if (!split) return false;
+  if (!haveClass && types > 0) {
+    if (types > 1 || transfers > 1 || !HeaderFields::IsPlain(typeRaw) ||
+        !HeaderFields::IsPlain(transferRaw))
+      return false;
+    ContentType type;
+    if (!ContentType::Parse(HeaderFields::Value(typeRaw, scratch), type)) return false;
+    std::string transferScratch;
+    const std::string_view transfer = HeaderFields::Value(transferRaw, transferScratch);
+    const std::string_view window = body.substr(0, kMaxBodyScanBytes);
+    CalendarProbe::Kind kind = CalendarProbe::Kind::kNone;
+    if (type.Type() == "multipart") {
+      // A multipart as a whole may only be labelled 7bit, 8bit or binary.
+      if (!transfer.empty() && !EqualsNoCase(transfer, "7bit") && !EqualsNoCase(transfer, "8bit") &&
+          !EqualsNoCase(transfer, "binary"))
         return false;
-      }
-      const std::string_view window = body.substr(0, kMaxBodyScanBytes);
-      result.messageClass_ = TextIsTask(window) ? "IPM.Task" : "IPM.Appointment";
+      kind = CalendarProbe::OfMultipart(type, window);
+    } else {
+      kind = CalendarProbe::OfPart(type, transfer, window);
     }
-    if (media == "text/vcard" || media == "text/x-vcard" || media == "text/directory") {
-      result.messageClass_ = "IPM.Contact";
+    switch (kind) {
+      case CalendarProbe::Kind::kUnsure:
+        return false;
+      case CalendarProbe::Kind::kTask:
+        result.messageClass_ = "IPM.Task";
+        break;
+      case CalendarProbe::Kind::kAppointment:
+        result.messageClass_ = "IPM.Appointment";
+        break;
+      case CalendarProbe::Kind::kNone:
+        if (type.Is("text/vcard") || type.Is("text/x-vcard") || type.Is("text/directory")) {
+          result.messageClass_ = "IPM.Contact";
+        }
+        break;
     }
   }
   out = std::move(result);
@@ -419,57 +409,74 @@ MessageHeaders MessageHeaders::ParseFramed(const std::string& text) {
 }
 
 bool MessageHeaders::ReadFile(const std::string& path, MessageHeaders& out, timespec* modified) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  return ReadFileAt(AT_FDCWD, path.c_str(), out, modified);
+}
+
+bool MessageHeaders::ReadFileAt(int dirFd, const char* path, MessageHeaders& out,
+                                timespec* modified) {
+  const int fd = ::openat(dirFd, path, O_RDONLY | O_CLOEXEC);
   if (fd < 0) return false;
-  if (modified != nullptr) {
-    struct stat info {};
-    if (::fstat(fd, &info) != 0) {
-      ::close(fd);
-      return false;
-    }
-    *modified = info.st_mtim;
+  struct stat info {};
+  if (::fstat(fd, &info) != 0) {
+    ::close(fd);
+    return false;
   }
+  if (modified != nullptr) *modified = info.st_mtim;
+  // A regular file's size says when the last read was: no read that only
+  // finds the end. (Anything else is read until a read returns nothing.)
+  const size_t size =
+      S_ISREG(info.st_mode) ? static_cast<size_t>(info.st_size) : std::string_view::npos;
   // Read in steps until the header ends, so a large body is never read;
-  // a multipart or calendar message also gets its body window.
-  std::string bytes;
+  // a multipart or calendar message also gets its body window. The buffer
+  // is kept for the thread's next message: a reading of many messages
+  // then allocates (and clears) nothing per message.
+  thread_local std::unique_ptr<char[]> buffer;
+  thread_local size_t capacity = 0;
+  size_t used = 0;
   constexpr size_t kStep = 16 << 10;
   size_t headerLength = 0;
   bool ended = false;
   size_t searched = 0;
   for (;;) {
     const size_t limit = ended ? headerLength + kMaxBodyScanBytes : kMaxHeaderBytes;
-    if (bytes.size() >= limit) break;
-    const size_t want = std::min(kStep, limit - bytes.size());
-    const size_t old = bytes.size();
-    bytes.resize(old + want);
-    const ssize_t got = ::read(fd, bytes.data() + old, want);
-    if (got < 0 && errno == EINTR) {
-      bytes.resize(old);
-      continue;
+    if (used >= limit || used >= size) break;
+    const size_t want = std::min(kStep, limit - used);
+    if (used + want > capacity) {
+      const size_t grown = std::max(used + want, capacity * 2);
+      std::unique_ptr<char[]> larger(new char[grown]);
+      if (used > 0) std::memcpy(larger.get(), buffer.get(), used);
+      buffer = std::move(larger);
+      capacity = grown;
     }
-    bytes.resize(old + static_cast<size_t>(std::max<ssize_t>(got, 0)));
+    const ssize_t got = ::read(fd, buffer.get() + used, want);
+    if (got < 0 && errno == EINTR) continue;
     if (got <= 0) break;
+    used += static_cast<size_t>(got);
+    const std::string_view bytes(buffer.get(), used);
     if (!ended) {
       // Resume the search a little before the new bytes, where a line
       // end may have been split.
       const size_t from = searched > 2 ? searched - 2 : 0;
       size_t found = 0;
       // The search starts at the beginning of a line.
-      const size_t newline = from == 0 ? std::string::npos : bytes.rfind('\n', from);
-      const size_t lineStart = newline == std::string::npos ? 0 : newline + 1;
-      if (FindHeaderEnd(std::string_view(bytes).substr(lineStart), found)) {
+      const size_t newline = from == 0 ? std::string_view::npos : bytes.rfind('\n', from);
+      const size_t lineStart = newline == std::string_view::npos ? 0 : newline + 1;
+      if (FindHeaderEnd(bytes.substr(lineStart), found)) {
         ended = true;
         headerLength = lineStart + found;
-        const std::string_view header(bytes.data(), headerLength);
-        // Only these need a look at the body.
-        if (!ContainsNoCase(header, "multipart") && !ContainsNoCase(header, "calendar")) break;
+        if (!MayNeedBody(bytes.substr(0, headerLength))) break;
       }
-      searched = bytes.size();
+      searched = used;
     }
   }
   ::close(fd);
-  if (ended) bytes.resize(std::min(bytes.size(), headerLength + kMaxBodyScanBytes));
-  out = Parse(bytes);
+  if (ended) used = std::min(used, headerLength + kMaxBodyScanBytes);
+  out = Parse(std::string_view(buffer.get(), used), ended ? headerLength : std::string_view::npos);
+  // A rare huge header does not stay held by the thread.
+  if (capacity > 4 * kMaxBodyScanBytes) {
+    buffer.reset();
+    capacity = 0;
+  }
   return true;
 }
 

@@ -37,23 +37,28 @@ class MessageHeaders {
 
   // Parses the start of a message: its header block and, optionally, the
   // beginning of its body. Anything past the bounds above is ignored.
-  // A header whose content type needs no look at the body is split into
-  // its fields by ParseFields, which lets GMime decode only the values that
-  // need it; everything else is parsed by GMime as a whole message. Both
-  // give the same result (the fuzz target checks it).
+  // Nearly every message is read by ParseFields, which lets GMime decode
+  // only the values that need it; what it cannot judge exactly is parsed
+  // by GMime as a whole message. Both give the same result (the fuzz
+  // target checks it).
   static MessageHeaders Parse(std::string_view bytes);
   // Parse, always through GMime.
   static MessageHeaders ParseWithGMime(std::string_view bytes);
   // The fast path on a framed header block (up to and including its empty
   // line) and the body window after it; false, with `out` untouched, when
-  // the message is not for it. A single calendar part in plain text is
-  // read here too: its body needs no decoding to tell a task.
+  // the message is not for it. A calendar body, or a flat multipart
+  // holding one, is judged here by CalendarProbe.
   static bool ParseFields(std::string_view header, MessageHeaders& out, std::string_view body = {});
   // Reads the start of the file at `path` (no more than the bounds) and
   // parses it. False when the file cannot be opened. `modified`, when
   // given, receives the file's modification time (from the open file, so a
   // reader needs no second look-up of the path).
   static bool ReadFile(const std::string& path, MessageHeaders& out, timespec* modified = nullptr);
+  // ReadFile of `path` relative to the open directory `dirFd` (openat):
+  // a reader of many files of one folder spares the kernel the walk along
+  // the whole path for each of them.
+  static bool ReadFileAt(int dirFd, const char* path, MessageHeaders& out,
+                         timespec* modified = nullptr);
 
   // Length of the header block including the empty line that ends it; the
   // whole text when there is no empty line. A text starting with an empty
@@ -74,6 +79,9 @@ class MessageHeaders {
   static std::vector<std::string> SplitKeywords(std::string_view value);
 
  private:
+  // Parse when the header's length (up to and including its empty line)
+  // is known already; npos when no empty line ends it.
+  static MessageHeaders Parse(std::string_view bytes, size_t headerLength);
   // The bytes GMime parses (header within the bound, its empty line, the
   // body window; NULs as blanks) and the length of the header part.
   static std::string Frame(std::string_view bytes, size_t& headerLength);

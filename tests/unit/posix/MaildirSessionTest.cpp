@@ -5,13 +5,16 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "ErrorNumber.h"
 #include "platform/posix/MaildirEntryId.h"
+#include "platform/posix/MaildirFolder.h"
 #include "platform/posix/MaildirMessage.h"
 #include "platform/posix/MaildirStore.h"
 #include "platform/posix/MapiError.h"
@@ -251,6 +254,44 @@ TEST(MaildirTable, OnlyMessageFilesAreRows) {
       ReadFolder(profile.Library(), *session, Inbox(*session, storeId)->EntryID(), storeId);
   EXPECT_EQ(read.rows.size(), before + 3);
   for (const MapiRow& row : read.rows) EXPECT_EQ(row[0].bytes.size(), 72u);
+}
+
+TEST(MaildirTable, ATableTakenRightAfterACountHasTheCountedMessages) {
+  TestProfile profile({.seed = 6, .stores = 1, .folders = 0, .messages = 4});
+  auto session = profile.Session();
+  const std::filesystem::path inbox = profile.StoreDir(1);
+  auto folder = Inbox(*session, profile.StoreId(1));
+  auto items = folder->Items();
+  const int32_t counted = items->Count();
+  ASSERT_GT(counted, 0);
+  // A message arriving between the count and the table is left for the
+  // next snapshot: the rows are the messages counted.
+  test::TempConfigDirs::WriteFile((inbox / "new" / "9.M1.host").string(), "Subject: late\n\n");
+  auto table = profile.Library().CreateTable();
+  table->SetItem(items->RawTable());
+  table->SetColumns({kSubject});
+  table->GoToFirst();
+  EXPECT_EQ(table->RowCount(), counted);
+  EXPECT_EQ(table->GetRows(1000).size(), static_cast<size_t>(counted));
+  // The count's listing is taken once: the next snapshot lists again.
+  table->GoToFirst();
+  EXPECT_EQ(table->RowCount(), counted + 1);
+  // A count is always fresh.
+  EXPECT_EQ(items->Count(), counted + 1);
+}
+
+TEST(MaildirTable, ACountsListingGoesStale) {
+  TestProfile profile({.seed = 6, .stores = 1, .folders = 0, .messages = 3});
+  auto session = profile.Session();
+  auto items = Inbox(*session, profile.StoreId(1))->Items();
+  const int32_t counted = items->Count();
+  test::TempConfigDirs::WriteFile((profile.StoreDir(1) / "new" / "9.M1.host").string(),
+                                  "Subject: late\n\n");
+  std::this_thread::sleep_for(posix::MaildirFolder::kListingFresh + std::chrono::milliseconds(100));
+  auto table = profile.Library().CreateTable();
+  table->SetItem(items->RawTable());
+  table->GoToFirst();
+  EXPECT_EQ(table->RowCount(), counted + 1);
 }
 
 TEST(MaildirTable, EntryIdsStayAcrossRunsAndFlagRenames) {

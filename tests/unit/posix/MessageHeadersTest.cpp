@@ -1,7 +1,9 @@
 #include "platform/posix/MessageHeaders.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <string>
 #include <vector>
@@ -83,6 +85,27 @@ TEST(MessageHeaders, MessageClass) {
        "--b--\n",
        "IPM.Note"},
       {"broken content type", "Content-Type: ;;;/\n\n", "IPM.Note"},
+      {"multipart task, base64",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: text/calendar\n"
+       "Content-Transfer-Encoding: base64\n\nQkVHSU46VlRPRE8K\n--b--\n",
+       "IPM.Task"},
+      {"multipart task, quoted-printable",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: text/calendar\n"
+       "Content-Transfer-Encoding: quoted-printable\n\nBEGIN:VT=\nODO\n--b--\n",
+       "IPM.Task"},
+      {"multipart, the task is in the second calendar",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: text/calendar\n\n"
+       "BEGIN:VEVENT\n--b\nContent-Type: text/calendar\n\nBEGIN:VTODO\n--b--\n",
+       "IPM.Appointment"},
+      {"multipart, calendar after the end",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nhi\n--b--\n--b\n"
+       "Content-Type: text/calendar\n\n",
+       "IPM.Note"},
+      {"nested multipart with a task",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: multipart/"
+       "alternative; boundary=c\n\n--c\nContent-Type: text/calendar\n\nBEGIN:VTODO\n--c--\n"
+       "--b--\n",
+       "IPM.Task"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
@@ -194,20 +217,86 @@ TEST(MessageHeaders, PlainHeadersTakeTheFastPathAndReadAsWithGMime) {
       {"encoded content type", "Content-Type: =?UTF-8?Q?text/plain?=\n\n", false},
       {"control character", "Subject: a\x01b\n\n", false},
       {"8-bit", "Subject: \xC3\xA4\n\n", true},
-      {"8-bit name", "Subj\xC3\xA4ct: a\n\n", false},
+      {"8-bit name", "Subj\xC3\xA4" "ct: a\n\n", false},
       {"calendar", "Content-Type: text/calendar\n\nBEGIN:VTODO\n", true},
       {"calendar event",
        "Content-Type: text/calendar; method=REQUEST\nContent-Transfer-Encoding: "
        "7BIT\n\nBEGIN:VEVENT\nBEGIN:VTODO\n",
        true},
-      {"calendar component", "Content-Type: text/calendar; component=VTODO\n\n", false},
+      {"calendar component", "Content-Type: text/calendar; component=VTODO\n\n", true},
+      {"calendar other component",
+       "Content-Type: text/calendar; Component=\"VEVENT\"\n\nBEGIN:VTODO\n", true},
       {"calendar base64",
        "Content-Type: text/calendar\nContent-Transfer-Encoding: base64\n\n"
        "QkVHSU46VlRPRE8K\n",
+       true},
+      {"calendar quoted-printable",
+       "Content-Type: text/calendar\nContent-Transfer-Encoding: Quoted-Printable\n\n"
+       "BEGIN:=56TODO\n",
+       true},
+      {"calendar uuencode",
+       "Content-Type: text/calendar\nContent-Transfer-Encoding: x-uuencode\n\nx\n", false},
+      {"multipart", "Content-Type: multipart/mixed; boundary=b\n\n--b\n\n--b--\n", true},
+      {"multipart calendar",
+       "Content-Type: multipart/alternative; boundary=\"b 1\"\n\npreamble\n--b 1\n"
+       "Content-Type: text/plain\n\nInvitation\n--b 1\nContent-Type: text/calendar; "
+       "method=REQUEST\n\nBEGIN:VCALENDAR\nBEGIN:VEVENT\n--b 1--\nepilogue\n",
+       true},
+      {"multipart task, line ends CR LF",
+       "Content-Type: multipart/mixed;\r\n boundary=xyz\r\n\r\n--xyz\r\n"
+       "Content-Type: text/calendar\r\nContent-Transfer-Encoding: base64\r\n\r\n"
+       "QkVHSU46VlRPRE8K\r\n--xyz--\r\n",
+       true},
+      {"multipart task by component",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: text/calendar; "
+       "component=vtodo\n\nBEGIN:VEVENT\n--b--\n",
+       true},
+      {"multipart, first calendar counts",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: text/calendar\n\n"
+       "BEGIN:VEVENT\n--b\nContent-Type: text/calendar\n\nBEGIN:VTODO\n--b--\n",
+       true},
+      {"multipart, part without type",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nBEGIN:VTODO\n--b--\n", true},
+      {"multipart, boundary with blanks after it",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b \t\nContent-Type: text/calendar\n\n"
+       "BEGIN:VTODO\n--b-- \n",
+       true},
+      {"multipart, cut in the last part",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: text/calendar\n\n"
+       "BEGIN:VTODO\n",
+       true},
+      {"multipart, cut in a part's header",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: text/calendar\n", false},
+      {"multipart without parts", "Content-Type: multipart/mixed; boundary=b\n\nno parts\n", false},
+      {"multipart, end before any part", "Content-Type: multipart/mixed; boundary=b\n\n--b--\n",
        false},
-      {"multipart", "Content-Type: multipart/mixed; boundary=b\n\n--b\n\n--b--\n", false},
+      {"multipart, odd boundary line",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\n\nx\n--bc\n--b--\n", false},
+      {"nested multipart",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: multipart/"
+       "alternative; boundary=c\n\n--c\nContent-Type: text/calendar\n\n--c--\n--b--\n",
+       false},
+      {"attached message",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: message/rfc822\n\n"
+       "Content-Type: text/calendar\n\n--b--\n",
+       false},
+      {"digest", "Content-Type: multipart/digest; boundary=b\n\n--b\n\n--b--\n", false},
+      {"multipart without boundary", "Content-Type: multipart/mixed\n\n--b\n\n--b--\n", false},
+      {"multipart, encoded as a whole",
+       "Content-Type: multipart/mixed; boundary=b\nContent-Transfer-Encoding: base64\n\n", false},
+      {"multipart, part with a comment in its type",
+       "Content-Type: multipart/mixed; boundary=b\n\n--b\nContent-Type: text/calendar "
+       "(x)\n\n--b--\n",
+       false},
+      {"parameter in RFC 2231 form", "Content-Type: text/calendar; component*=VTODO\n\n", false},
+      {"quoted parameter with an escape", "Content-Type: multipart/mixed; boundary=\"a\\\"b\"\n\n",
+       false},
+      {"quoted parameter with a blank at its end",
+       "Content-Type: multipart/mixed; boundary=\"b \"\n\n--b \n\n--b --\n", false},
+      {"repeated parameter", "Content-Type: multipart/mixed; boundary=b; BOUNDARY=c\n\n", false},
       {"two content types", "Content-Type: text/plain\nContent-Type: text/vcard\n\n", false},
       {"comment", "Content-Type: text/vcard (card)\n\n", false},
+      {"parameters", "Content-Type: TEXT/VCARD ; charset = \"utf-8\" ;\n\n", true},
       {"no colon", "From someone\nSubject: s\n\n", false},
       {"blank in the name", "Subject : s\n\n", false},
       {"continuation first", " a\nSubject: s\n\n", false},
@@ -246,6 +335,40 @@ TEST(MessageHeaders, ReadingAFileInStepsFindsTheHeaderEndAnywhere) {
       EXPECT_EQ(MessageHeaders::HeaderLength(bytes), size + eol.size());
     }
   }
+}
+
+TEST(MessageHeaders, AMultipartFileIsReadUpToItsBodyWindow) {
+  test::TempConfigDirs dirs;
+  const std::string path = dirs.UserDir() + "/message";
+  const std::string head = "Subject: s\nContent-Type: multipart/mixed; boundary=b\n\n--b\n\n";
+  const std::string calendar = "--b\nContent-Type: text/calendar\n\nBEGIN:VTODO\n--b--\n";
+  // The calendar part after 20 KiB of a first part is within the window
+  // and read in several steps; after 70 KiB it is past the window.
+  for (const size_t pad : {20u << 10, 70u << 10}) {
+    SCOPED_TRACE(pad);
+    std::string text;
+    while (text.size() < pad) text += std::string(70, 'x') + "\n";
+    test::TempConfigDirs::WriteFile(path, head + text + calendar);
+    MessageHeaders h;
+    ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
+    EXPECT_EQ(h.MessageClass(), pad < MessageHeaders::kMaxBodyScanBytes ? "IPM.Task" : "IPM.Note");
+    EXPECT_EQ(h.MessageClass(),
+              MessageHeaders::ParseWithGMime(head + text + calendar).MessageClass());
+  }
+}
+
+TEST(MessageHeaders, ReadsRelativeToADirectory) {
+  test::TempConfigDirs dirs;
+  test::TempConfigDirs::WriteFile(dirs.UserDir() + "/m", "Keywords: a\n\n");
+  const int dir = ::open(dirs.UserDir().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  ASSERT_GE(dir, 0);
+  MessageHeaders h;
+  timespec modified{};
+  EXPECT_TRUE(MessageHeaders::ReadFileAt(dir, "m", h, &modified));
+  EXPECT_EQ(h.Keywords(), std::vector<std::string>{"a"});
+  EXPECT_GT(modified.tv_sec, 0);
+  EXPECT_FALSE(MessageHeaders::ReadFileAt(dir, "missing", h));
+  ::close(dir);
 }
 
 TEST(MessageHeaders, MissingFile) {

@@ -1,0 +1,48 @@
+#include "platform/posix/HeaderFields.h"
+
+namespace t4::posix {
+
+size_t HeaderFields::CheckedLine(std::string_view header, size_t pos, size_t next) {
+  size_t end = next;
+  if (end > pos && header[end - 1] == '\n') {
+    --end;
+    if (end > pos && header[end - 1] == '\r') --end;
+  }
+  for (size_t i = pos; i < end; ++i) {
+    const auto c = static_cast<unsigned char>(header[i]);
+    if ((c < 0x20 && c != '\t') || c == 0x7F) return std::string_view::npos;
+  }
+  return end - pos;
+}
+
+std::string HeaderFields::Unfold(std::string_view raw) {
+  std::string value;
+  value.reserve(raw.size());
+  for (const char c : raw) {
+    if (c != '\r' && c != '\n') value += c;
+  }
+  return value;
+}
+
+std::string_view HeaderFields::Value(std::string_view raw, std::string& scratch) {
+  const std::string_view trimmed = Trim(raw);
+  if (trimmed.find_first_of("\r\n") == std::string_view::npos) return trimmed;
+  scratch = Unfold(raw);
+  return Trim(scratch);
+}
+
+bool HeaderFields::IsPlain(std::string_view text) {
+  for (const char c : text) {
+    if (static_cast<unsigned char>(c) > 0x7E) return false;
+  }
+  return text.find("=?") == std::string_view::npos;
+}
+
+std::string_view HeaderFields::Trim(std::string_view text) {
+  const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+  while (!text.empty() && blank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && blank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+}  // namespace t4::posix

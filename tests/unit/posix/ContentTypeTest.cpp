@@ -1,0 +1,54 @@
+#include "platform/posix/ContentType.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace t4::posix {
+namespace {
+
+TEST(ContentType, ParsesThePlainForm) {
+  ContentType type;
+  ASSERT_TRUE(ContentType::Parse("Multipart/Mixed ; Boundary=\"=_a b\";charset = utf-8 ;", type));
+  EXPECT_EQ(type.Media(), "multipart/mixed");
+  EXPECT_EQ(type.Type(), "multipart");
+  EXPECT_TRUE(type.Is("multipart/mixed"));
+  ASSERT_NE(type.Parameter("BOUNDARY"), nullptr);
+  EXPECT_EQ(*type.Parameter("boundary"), "=_a b");
+  EXPECT_EQ(*type.Parameter("Charset"), "utf-8");
+  EXPECT_EQ(type.Parameter("component"), nullptr);
+  ASSERT_TRUE(ContentType::Parse("text/calendar", type));
+  EXPECT_EQ(type.Media(), "text/calendar");
+  EXPECT_EQ(type.Parameter("boundary"), nullptr);
+}
+
+TEST(ContentType, LeavesEverythingElseToGMime) {
+  const char* const values[] = {
+      "",
+      "text",
+      "text/",
+      "/plain",
+      "text/plain/x",
+      "text/plain (comment)",
+      "text/plain; charset",
+      "text/plain; charset=",
+      "text/plain; =utf-8",
+      "text/plain; charset=\"utf-8",
+      "text/plain; charset=\"a\\\"b\"",
+      "text/plain; charset=\" utf-8\"",
+      "text/plain; title*=utf-8''a",
+      "text/plain; a=1; A=2",
+      "text/plain; name=a/b",
+      "text/plain; name=\"\xC3\xA4\"",
+      "text/plain; name==?UTF-8?Q?a?=",
+      "text/plain x",
+  };
+  for (const char* value : values) {
+    SCOPED_TRACE(value);
+    ContentType type;
+    EXPECT_FALSE(ContentType::Parse(value, type));
+  }
+}
+
+}  // namespace
+}  // namespace t4::posix
