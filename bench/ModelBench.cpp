@@ -34,12 +34,12 @@
 #include <vector>
 
 #include "BenchSupport.h"
-#include "journal/Actions.h"
+#include "journal/Journal.h"
 #include "model/Categories.h"
 #include "model/Category.h"
-#include "model/ItemIndex.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
+#include "model/internal/ItemIndex.h"
 #include "session/Application.h"
 
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "support/ErrorObject.h"
+#include "support/Language.h"
 #include "support/NumberText.h"
-#include "support/modData.h"
-#include "support/modLanguage.h"
+#include "support/Transliteration.h"
 
 namespace {
 
@@ -21,14 +21,14 @@ void BM_ReplaceUmlauts(benchmark::State& state) {
   const std::u16string name = u"\u00c4rger \u00fcber Ma\u00df und O\u00b4Neil";
   for (auto _ : state) {
     std::u16string copy = name;
-    t4::modData::ReplaceUmlauts(copy);
+    t4::Transliteration::ReplaceUmlauts(copy);
     benchmark::DoNotOptimize(copy);
   }
 }
 BENCHMARK(BM_ReplaceUmlauts);
 
 void BM_GetMessageWithArgument(benchmark::State& state) {
-  t4::modLanguage::SetLanguageID(1031);
+  t4::Language::SetLanguageID(1031);
   const std::vector<std::u16string> args = {u"C:\\export\\categories.csv"};
   for (auto _ : state)
     benchmark::DoNotOptimize(t4::ErrorObject::GetMessage(t4::cmCreateFile, &args));

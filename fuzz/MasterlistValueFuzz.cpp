@@ -9,13 +9,13 @@
 
 #include "masterlist/Masterlist03.h"
 #include "masterlist/MasterlistBinary.h"
-#include "masterlist/MasterlistHandler.h"
+#include "masterlist/MasterlistParser.h"
 #include "support/Error.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::vector<uint8_t> bytes(data, data + size);
   const std::u16string text = t4::MasterlistBinary::Decode(bytes);
-  t4::MasterlistHandler::Split(text);
+  t4::MasterlistParser::Split(text);
   std::u16string units(size / 2, u'\0');
   for (size_t i = 0; i + 1 < size; i += 2) {
     units[i / 2] = static_cast<char16_t>(data[i] | data[i + 1] << 8);
@@ -25,9 +25,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } catch (const t4::Error&) {
     // Text that is no byte list: the library's own error.
   }
-  for (const auto& field : t4::MasterlistHandler::Split(units)) {
+  for (const auto& field : t4::MasterlistParser::Split(units)) {
     try {
-      t4::MasterlistHandler::FieldNumber(field);
+      t4::MasterlistParser::FieldNumber(field);
     } catch (const t4::Error&) {
       // A number past the 32-bit range: overflow, as the library reports it.
     }

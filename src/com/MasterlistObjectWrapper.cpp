@@ -12,11 +12,11 @@ const IID& kItf = IID__MasterlistObject;
 
 }  // namespace
 
-_MasterlistObject* MasterlistObjectWrapper::Make(std::shared_ptr<IMasterlistObject> core) {
+_MasterlistObject* MasterlistObjectWrapper::Make(std::shared_ptr<IRulesCategoryList> core) {
   return new MasterlistObjectWrapper(std::move(core));
 }
 
-MasterlistObjectWrapper::MasterlistObjectWrapper(std::shared_ptr<IMasterlistObject> core) noexcept
+MasterlistObjectWrapper::MasterlistObjectWrapper(std::shared_ptr<IRulesCategoryList> core) noexcept
     : core_(std::move(core)) {}
 
 HRESULT MasterlistObjectWrapper::ReadCategories(BSTR* sList) noexcept {

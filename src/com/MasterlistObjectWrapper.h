@@ -4,7 +4,7 @@
 
 #include "com/ComObject.h"
 #include "com/Tandrel4_h.h"
-#include "support/IMasterlistObject.h"
+#include "support/IRulesCategoryList.h"
 
 namespace t4::com {
 
@@ -15,9 +15,9 @@ class MasterlistObjectWrapper final
                        IProvideClassInfo2> {
  public:
   // A new wrapper (one reference) seen as its default interface.
-  static _MasterlistObject* Make(std::shared_ptr<IMasterlistObject> core);
+  static _MasterlistObject* Make(std::shared_ptr<IRulesCategoryList> core);
 
-  explicit MasterlistObjectWrapper(std::shared_ptr<IMasterlistObject> core) noexcept;
+  explicit MasterlistObjectWrapper(std::shared_ptr<IRulesCategoryList> core) noexcept;
 
   // _MasterlistObject
   HRESULT STDMETHODCALLTYPE ReadCategories(BSTR* sList) noexcept override;
@@ -29,7 +29,7 @@ class MasterlistObjectWrapper final
   HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
 
  private:
-  std::shared_ptr<IMasterlistObject> core_;
+  std::shared_ptr<IRulesCategoryList> core_;
 };
 
 }  // namespace t4::com

@@ -8,10 +8,10 @@
 #include "com/ErrorBoundary.h"
 #include "com/MasterlistObjectWrapper.h"
 #include "com/Variants.h"
-#include "masterlist/CategoryListObject.h"
-#include "masterlist/CategoryRulesObject.h"
 #include "platform/win32/DispatchCategoryStore.h"
 #include "platform/win32/DispatchRuleStore.h"
+#include "rules/StoredCategoryList.h"
+#include "rules/StoredCategoryRules.h"
 
 namespace t4::com {
 
@@ -36,7 +36,7 @@ HRESULT RulesReaderObject::GetCategoryRules(VARIANT OutlookApp, IDispatch** oRul
   *oRules = nullptr;
   return Boundary(kItf, [&] {
     IDispatch* outlook = ObjectOf(OutlookApp);
-    auto core = std::make_shared<t4::CategoryRulesObject>(
+    auto core = std::make_shared<t4::StoredCategoryRules>(
         std::make_shared<win32::DispatchRuleStore>(outlook));
     *oRules = CategoryRulesObjectWrapper::Make(std::move(core));
   });
@@ -47,7 +47,7 @@ HRESULT RulesReaderObject::GetMasterlist(VARIANT OutlookApp, IDispatch** oMaster
   *oMasterlist = nullptr;
   return Boundary(kItf, [&] {
     IDispatch* outlook = ObjectOf(OutlookApp);
-    auto core = std::make_shared<t4::CategoryListObject>(
+    auto core = std::make_shared<t4::StoredCategoryList>(
         std::make_shared<win32::DispatchCategoryStore>(outlook));
     *oMasterlist = MasterlistObjectWrapper::Make(std::move(core));
   });

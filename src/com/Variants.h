@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "model/ItemIndex.h"
+#include "model/internal/ItemIndex.h"
 #include "platform/win32/Variant.h"
 
 namespace t4::com {

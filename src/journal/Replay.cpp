@@ -1,6 +1,6 @@
 #include "journal/Replay.h"
 
-#include "journal/Actions.h"
+#include "journal/Journal.h"
 #include "model/Categories.h"
 #include "model/Category.h"
 #include "model/OutlookItem.h"
@@ -134,7 +134,7 @@ class Lookahead {
   int32_t item_ = -1;
 };
 
-void Run(Application& app, const std::shared_ptr<Actions::Step>& step, bool undo) {
+void Run(Application& app, const std::shared_ptr<Journal::Step>& step, bool undo) {
   if (!step) return;
   ReplayFlag flag(app);
   // A subscriber may record actions from inside an event while the step

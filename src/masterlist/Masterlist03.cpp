@@ -1,6 +1,6 @@
 #include "masterlist/Masterlist03.h"
 
-#include "masterlist/MasterlistHandler.h"
+#include "masterlist/MasterlistParser.h"
 #include "support/ErrorFrame.h"
 #include "support/RunTimeError.h"
 
@@ -29,7 +29,7 @@ std::u16string Masterlist03::ConvertFromHex(const std::u16string& hex) {
   return Frame(u"Masterlist03", u"Convert", [&] {
     if (hex.empty()) return std::u16string();
     std::vector<uint8_t> bytes;
-    for (const auto& part : MasterlistHandler::Split(hex, u',')) bytes.push_back(HexByte(part));
+    for (const auto& part : MasterlistParser::Split(hex, u',')) bytes.push_back(HexByte(part));
     if (bytes.size() < 3) throw RunTimeError::Make(RunTimeError::kSubscriptOutOfRange);
     return Decode(bytes);
   });

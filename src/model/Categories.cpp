@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "journal/Actions.h"
-#include "masterlist/CategoriesStream.h"
+#include "journal/Journal.h"
 #include "masterlist/IMasterlist.h"
-#include "masterlist/MasterlistHandler.h"
+#include "masterlist/MasterlistParser.h"
+#include "masterlist/MasterlistText.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
 #include "session/Application.h"
@@ -15,8 +15,8 @@
 #include "support/ProcessValues.h"
 #include "support/RunTimeError.h"
 #include "support/TextCase.h"
+#include "support/Transliteration.h"
 #include "support/Utf.h"
-#include "support/modData.h"
 
 namespace t4 {
 
@@ -124,7 +124,7 @@ std::shared_ptr<Category> Categories::Add(std::u16string& name, bool inMasterlis
     category->SetID(nextId_++);
     // The duplicate test above ran on the name as given, so "Büro" can be
     // added beside an existing "Buero"; intended.
-    if (!importing_) modData::TransliterateForLanguage(name);
+    if (!importing_) Transliteration::TransliterateForLanguage(name);
     category->SetName(name);
     category->SetInMasterlist(inMasterlist);
     category->SetColor(color);
@@ -356,7 +356,7 @@ namespace t4 {
 
 std::u16string Categories::ToString() const {
   return Frame(u"Categories", u"ToString",
-               [&] { return CategoriesStream::CategoriesToString(categories_); });
+               [&] { return MasterlistText::CategoriesToString(categories_); });
 }
 
 void Categories::Save() {
@@ -374,7 +374,7 @@ void Categories::Save() {
       if (!out.empty()) {
         RunTimeError::Require(store.get())->WriteCategories(out);
         // The store answers with the identifiers Outlook gave new ones.
-        if (changed) MasterlistHandler().UpdateCategoryIDs(shared_from_this(), out);
+        if (changed) MasterlistParser().UpdateCategoryIDs(shared_from_this(), out);
       }
       if (deleted_) deleted_->Clear();
     }

@@ -11,8 +11,8 @@
 #include "model/Category.h"
 #include "model/ICategoriesEvents.h"
 #include "model/IChild.h"
-#include "model/ItemIndex.h"
-#include "model/KeyedCollection.h"
+#include "model/internal/ItemIndex.h"
+#include "model/internal/KeyedCollection.h"
 
 namespace t4 {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "support/clsRedim.h"
+#include "support/ArrayGrowth.h"
 
 namespace t4 {
 
@@ -24,7 +24,7 @@ class CategoriesDeleted {
   }
 
  private:
-  clsRedim redim_;
+  ArrayGrowth redim_;
   std::vector<std::u16string> deleted_;
 };
 

@@ -1,6 +1,6 @@
 #include "model/Category.h"
 
-#include "journal/Actions.h"
+#include "journal/Journal.h"
 #include "model/Categories.h"
 #include "model/OutlookItem.h"
 #include "session/Application.h"
@@ -9,8 +9,8 @@
 #include "support/HandleTable.h"
 #include "support/ProcessValues.h"
 #include "support/RunTimeError.h"
+#include "support/Transliteration.h"
 #include "support/Utf.h"
-#include "support/modData.h"
 
 namespace t4 {
 
@@ -105,7 +105,7 @@ void Category::SetName(std::u16string& name) {
     if (name == name_) return;
     auto parent = RunTimeError::Require(Parent());
     if (!Replaying()) {
-      modData::TransliterateForLanguage(name);
+      Transliteration::TransliterateForLanguage(name);
       std::shared_ptr<Category> found;
       if (parent->NameExist(name, found) && found.get() != this) {
         ErrorObject::RaiseCode(cmNameExist);

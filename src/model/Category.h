@@ -6,8 +6,8 @@
 
 #include "journal/Action.h"
 #include "model/IChild.h"
-#include "model/ItemIndex.h"
-#include "model/Members.h"
+#include "model/internal/ItemIndex.h"
+#include "model/internal/Members.h"
 
 namespace t4 {
 

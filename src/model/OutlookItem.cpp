@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "journal/Actions.h"
+#include "journal/Journal.h"
 #include "model/Categories.h"
 #include "model/Category.h"
 #include "model/OutlookItems.h"
@@ -189,7 +189,7 @@ void OutlookItem::MarkChanged(const Owners& owners) {
 
 void OutlookItem::AddAction(const Owners& owners, int32_t categoryId, int32_t kind) {
   if (suppressJournal_) return;
-  Actions* journal = owners.app ? owners.app->Journal() : nullptr;
+  Journal* journal = owners.app ? owners.app->Journal() : nullptr;
   if (!journal) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
   Action action;
   action.Kind = kind;

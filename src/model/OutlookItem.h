@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "model/CategoryIdList.h"
 #include "model/IChild.h"
-#include "model/ItemIndex.h"
-#include "model/ItemOrigin.h"
-#include "model/ItemStore.h"
-#include "model/ItemText.h"
-#include "model/Members.h"
+#include "model/internal/CategoryIdList.h"
+#include "model/internal/ItemIndex.h"
+#include "model/internal/ItemOrigin.h"
+#include "model/internal/ItemStore.h"
+#include "model/internal/ItemText.h"
+#include "model/internal/Members.h"
 #include "support/IClientObject.h"
 #include "support/IMapiMessage.h"
 

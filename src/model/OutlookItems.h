@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "model/IChild.h"
-#include "model/ItemIndex.h"
-#include "model/ItemStore.h"
 #include "model/OutlookItem.h"
+#include "model/internal/ItemIndex.h"
+#include "model/internal/ItemStore.h"
 
 namespace t4 {
 

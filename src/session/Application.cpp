@@ -4,12 +4,12 @@
 #include "masterlist/Masterlist00.h"
 #include "masterlist/Masterlist02.h"
 #include "masterlist/Masterlist03.h"
-#include "masterlist/Masterlist07.h"
 #include "masterlist/Masterlist97.h"
-#include "masterlist/MasterlistHandler.h"
+#include "masterlist/MasterlistParser.h"
 #include "masterlist/modOLVersion.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
+#include "rules/Masterlist07.h"
 #include "session/ItemReader.h"
 #include "support/ErrorFrame.h"
 #include "support/Ports.h"
@@ -48,7 +48,7 @@ void Application::Construct() {
     outlookItems_->SetParent(weak_from_this());
   });
   Attempt([&] { mapiUtils_ = Ports::Mapi().CreateUtils(u"sfUtils"); });
-  Attempt([&] { actions_ = std::make_unique<Actions>(); });
+  Attempt([&] { journal_ = std::make_unique<t4::Journal>(); });
 }
 
 Application::~Application() {
@@ -57,11 +57,11 @@ Application::~Application() {
 
 // Property getters report no errors: after Terminate they read false.
 bool Application::BatchMode() const {
-  return actions_ && actions_->BatchMode();
+  return journal_ && journal_->BatchMode();
 }
 
 void Application::SetBatchMode(bool on) {
-  RunTimeError::Require(actions_.get())->SetBatchMode(on);
+  RunTimeError::Require(journal_.get())->SetBatchMode(on);
 }
 
 bool Application::Changed() const {
@@ -73,7 +73,7 @@ bool Application::Changed() const {
 
 bool Application::UndoIsPossible() const {
   try {
-    return actions_ && actions_->Position() >= 1;
+    return journal_ && journal_->Position() >= 1;
   } catch (...) {
     return false;
   }
@@ -81,7 +81,7 @@ bool Application::UndoIsPossible() const {
 
 bool Application::RedoIsPossible() const {
   try {
-    return actions_ && actions_->Position() < actions_->Count();
+    return journal_ && journal_->Position() < journal_->Count();
   } catch (...) {
     return false;
   }
@@ -166,7 +166,7 @@ std::shared_ptr<IMasterlist> Application::MasterlistStore() {
 void Application::ReadMasterlist() {
   Frame(u"Application", u"ReadMasterlist", [&] {
     Logon();
-    RunTimeError::Require(actions_.get())->Clear();
+    RunTimeError::Require(journal_.get())->Clear();
     auto categories = RunTimeError::Require(categories_);
     categories->Clear();
     categories->SetImporting(true);
@@ -182,7 +182,7 @@ void Application::ReadMasterlist() {
     } finish{*categories};
     auto store = RunTimeError::Require(MasterlistStore());
     const std::u16string list = store->ReadCategories();
-    MasterlistHandler().ReadMasterlist(categories, list);
+    MasterlistParser().ReadMasterlist(categories, list);
   });
 }
 
@@ -206,7 +206,7 @@ void Application::ReadItems(std::shared_ptr<IFolderList> folders) {
       }
     } finish{*this, *items, *categories};
     Logon();
-    RunTimeError::Require(actions_.get())->Clear();
+    RunTimeError::Require(journal_.get())->Clear();
     items->Clear();
     items->SetIsReading(true);
     categories->ClearAllMembers();
@@ -284,7 +284,7 @@ void Application::Terminate() {
     categories_.reset();
   });
   Attempt([&] { mapiUtils_.reset(); });
-  Attempt([&] { actions_.reset(); });
+  Attempt([&] { journal_.reset(); });
   Attempt([&] { stores_.reset(); });
   Attempt([&] {
     auto session = std::move(session_);

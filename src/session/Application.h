@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "journal/Actions.h"
+#include "journal/Journal.h"
 #include "session/FolderValidation.h"
 #include "session/IApplicationEvents.h"
 #include "session/IFolderList.h"
@@ -79,7 +79,7 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
 
   // Internal operations.
   // The journal; null once terminated.
-  Actions* Journal() const { return actions_.get(); }
+  t4::Journal* Journal() const { return journal_.get(); }
   // True while Undo or Redo replays a step.
   bool Replaying() const { return replaying_; }
   void SetReplaying(bool value) { replaying_ = value; }
@@ -117,7 +117,7 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   int32_t chunkSize_ = Options::kDefaultChunkSize;
   std::shared_ptr<t4::Categories> categories_;
   std::shared_ptr<t4::OutlookItems> outlookItems_;
-  std::unique_ptr<Actions> actions_;
+  std::unique_ptr<t4::Journal> journal_;
   bool replaying_ = false;
   bool rulesSupported_ = false;
   std::shared_ptr<IMapiSession> session_;

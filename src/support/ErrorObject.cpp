@@ -3,11 +3,11 @@
 #include <exception>
 #include <new>
 
+#include "support/Language.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
+#include "support/SpecialFolders.h"
 #include "support/Utf.h"
-#include "support/modLanguage.h"
-#include "support/modSpecialFolder2.h"
 
 namespace t4 {
 
@@ -79,7 +79,7 @@ std::u16string ErrorObject::GetMessage(int32_t number, const std::vector<std::u1
   }
   std::u16string text;
   try {
-    text = modLanguage::LoadText(id);
+    text = Language::LoadText(id);
   } catch (const Error&) {
     text.clear();
   }
@@ -105,7 +105,7 @@ std::u16string ErrorObject::GetLogEntry() const {
 }
 
 std::u16string ErrorObject::GetAppDataPath() {
-  return modSpecialFolder2::ProductFolder(modSpecialFolder2::kCsidlAppData);
+  return SpecialFolders::ProductFolder(SpecialFolders::kCsidlAppData);
 }
 
 std::u16string ErrorObject::GetRegistryPath() {

@@ -1,14 +1,14 @@
 #include "support/ILanguage.h"
 
-#include "support/modLanguage.h"
+#include "support/Language.h"
 
 namespace t4 {
 
 int32_t ILanguage::LanguageID() const {
-  return modLanguage::GetLanguageID();
+  return Language::GetLanguageID();
 }
 void ILanguage::SetLanguageID(int32_t id) {
-  modLanguage::SetLanguageID(id);
+  Language::SetLanguageID(id);
 }
 
 }  // namespace t4

@@ -6,7 +6,7 @@
 namespace t4 {
 
 // The language view that Application and FolderData offer to hosts. Both
-// forward to the process-wide setting of modLanguage, so setting it through
+// forward to the process-wide setting of Language, so setting it through
 // one object changes it for all.
 class ILanguage {
  public:

@@ -4,7 +4,7 @@
 
 #include "support/ICategoryRules.h"
 #include "support/IClientApp.h"
-#include "support/IMasterlistObject.h"
+#include "support/IRulesCategoryList.h"
 
 namespace t4 {
 
@@ -14,7 +14,7 @@ class IRulesReader {
  public:
   virtual ~IRulesReader() = default;
   virtual std::shared_ptr<ICategoryRules> GetCategoryRules(IClientApp& outlook) = 0;
-  virtual std::shared_ptr<IMasterlistObject> GetMasterlist(IClientApp& outlook) = 0;
+  virtual std::shared_ptr<IRulesCategoryList> GetMasterlist(IClientApp& outlook) = 0;
 };
 
 }  // namespace t4

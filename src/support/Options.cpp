@@ -1,10 +1,10 @@
 #include "support/Options.h"
 
 #include "support/ErrorFrame.h"
+#include "support/IniFile.h"
 #include "support/NumberText.h"
 #include "support/ProcessValues.h"
-#include "support/modIniFile.h"
-#include "support/modSpecialFolder2.h"
+#include "support/SpecialFolders.h"
 
 namespace t4 {
 
@@ -24,18 +24,18 @@ Options::Options() {
 }
 
 std::u16string Options::SettingsFile() {
-  std::u16string folder = modSpecialFolder2::GetSettingsPath();
-  modSpecialFolder2::AddBackslash(folder);
+  std::u16string folder = SpecialFolders::GetSettingsPath();
+  SpecialFolders::AddBackslash(folder);
   return folder + u"settings.ini";
 }
 
 void Options::ReadSettings() {
   Frame(u"Options", u"ReadSettings", [&] {
     const std::u16string file = SettingsFile();
-    const std::u16string chunk = modIniFile::GetIniValue(file, u"default", u"ChunkSize");
+    const std::u16string chunk = IniFile::GetIniValue(file, u"default", u"ChunkSize");
     if (!chunk.empty()) chunkSize_ = NumberText::LeadingLong(chunk);
     const std::u16string delimiter =
-        TrimBlanks(modIniFile::GetIniValue(file, u"default", u"CSVDelimiter"));
+        TrimBlanks(IniFile::GetIniValue(file, u"default", u"CSVDelimiter"));
     if (delimiter == u";" || delimiter == u",") {
       csvDelimiter_ = delimiter;
       ProcessValues::SetCsvDelimiter(delimiter);

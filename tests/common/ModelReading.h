@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "journal/Actions.h"
+#include "journal/Journal.h"
 #include "model/Categories.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"

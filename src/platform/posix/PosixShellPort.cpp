@@ -12,8 +12,8 @@
 
 #include "platform/posix/IniFileReader.h"
 #include "support/Ports.h"
+#include "support/SpecialFolders.h"
 #include "support/Utf.h"
-#include "support/modSpecialFolder2.h"
 
 namespace t4 {
 
@@ -31,12 +31,12 @@ std::string AbsoluteOr(std::string value, std::string fallback) {
 
 std::string FolderFor(int32_t csidl) {
   switch (csidl) {
-    case modSpecialFolder2::kCsidlCommonAppData: {
+    case SpecialFolders::kCsidlCommonAppData: {
       std::string dirs = Env("XDG_CONFIG_DIRS");
       const std::string first = dirs.substr(0, dirs.find(':'));
       return AbsoluteOr(first, "/etc/xdg");
     }
-    case modSpecialFolder2::kCsidlAppData: {
+    case SpecialFolders::kCsidlAppData: {
       const std::string home = Env("HOME");
       return AbsoluteOr(Env("XDG_CONFIG_HOME"), home.empty() ? "" : home + "/.config");
     }
@@ -57,8 +57,8 @@ void MakeDirectories(const std::string& path) {
 }  // namespace
 
 std::u16string PosixShellPort::SpecialFolderPath(int32_t csidl) {
-  const bool create = (csidl & modSpecialFolder2::kCsidlFlagCreate) != 0;
-  std::string path = FolderFor(csidl & ~modSpecialFolder2::kCsidlFlagCreate);
+  const bool create = (csidl & SpecialFolders::kCsidlFlagCreate) != 0;
+  std::string path = FolderFor(csidl & ~SpecialFolders::kCsidlFlagCreate);
   while (path.size() > 1 && path.back() == '/') path.pop_back();
   if (path.empty()) return u"";
   if (create) MakeDirectories(path);

@@ -5,8 +5,8 @@
 #include <string>
 #include <unordered_map>
 
-#include "masterlist/ICategoryStore.h"
 #include "platform/posix/XmlDocumentFile.h"
+#include "support/ICategoryStore.h"
 
 namespace t4::posix {
 

@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <vector>
 
-#include "masterlist/IRuleStore.h"
 #include "platform/posix/XmlDocumentFile.h"
+#include "support/IRuleStore.h"
 
 namespace t4::posix {
 

@@ -6,8 +6,8 @@
 #include "platform/posix/XmlRulesReader.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
+#include "support/SpecialFolders.h"
 #include "support/Utf.h"
-#include "support/modSpecialFolder2.h"
 
 namespace t4 {
 
@@ -20,8 +20,7 @@ std::filesystem::path XmlRulesLibrary::DefaultProfileDir() {
   if (chosen != nullptr && *chosen != 0) return chosen;
   // The same per-user folder the shell port hands out, without going
   // through the port a test may have replaced.
-  const std::u16string config =
-      PosixShellPort().SpecialFolderPath(modSpecialFolder2::kCsidlAppData);
+  const std::u16string config = PosixShellPort().SpecialFolderPath(SpecialFolders::kCsidlAppData);
   if (config.empty()) return {};
   return std::filesystem::path(Utf::ToUtf8(config)) / "Tandrel4" / "profile";
 }

@@ -20,7 +20,7 @@ class XmlRulesReader : public IRulesReader {
   std::shared_ptr<ICategoryRules> GetCategoryRules(IClientApp& outlook) override;
   // A master-list object over its own XmlCategoryStore of categories.xml;
   // each call reads the file afresh.
-  std::shared_ptr<IMasterlistObject> GetMasterlist(IClientApp& outlook) override;
+  std::shared_ptr<IRulesCategoryList> GetMasterlist(IClientApp& outlook) override;
 
  private:
   std::filesystem::path profileDir_;

@@ -1,7 +1,7 @@
 #include "platform/win32/DispatchCategoryStore.h"
 
-#include "masterlist/CategoryNumbering.h"
 #include "platform/win32/Dispatcher.h"
+#include "support/CategoryNumbering.h"
 #include "support/Error.h"
 #include "support/RunTimeError.h"
 

@@ -2,7 +2,7 @@
 
 #include <oaidl.h>
 
-#include "masterlist/ICategoryStore.h"
+#include "support/ICategoryStore.h"
 
 namespace t4::win32 {
 

@@ -2,7 +2,7 @@
 
 #include <oaidl.h>
 
-#include "masterlist/IRuleStore.h"
+#include "support/IRuleStore.h"
 
 namespace t4::win32 {
 

@@ -1,7 +1,7 @@
 #include "platform/win32/DispatchRulesReader.h"
 
 #include "platform/win32/DispatchCategoryRules.h"
-#include "platform/win32/DispatchMasterlistObject.h"
+#include "platform/win32/DispatchRulesCategoryList.h"
 #include "platform/win32/Win32ClientApp.h"
 #include "support/RunTimeError.h"
 
@@ -24,9 +24,9 @@ std::shared_ptr<ICategoryRules> DispatchRulesReader::GetCategoryRules(IClientApp
       reader_.Call(u"GetCategoryRules", args).ToObject());
 }
 
-std::shared_ptr<IMasterlistObject> DispatchRulesReader::GetMasterlist(IClientApp& outlook) {
+std::shared_ptr<IRulesCategoryList> DispatchRulesReader::GetMasterlist(IClientApp& outlook) {
   Variant args[] = {OutlookArgument(outlook)};
-  return std::make_shared<DispatchMasterlistObject>(
+  return std::make_shared<DispatchRulesCategoryList>(
       reader_.Call(u"GetMasterlist", args).ToObject());
 }
 

@@ -14,7 +14,7 @@ class DispatchRulesReader : public IRulesReader {
   explicit DispatchRulesReader(DispatchPtr reader) : reader_(std::move(reader)) {}
 
   std::shared_ptr<ICategoryRules> GetCategoryRules(IClientApp& outlook) override;
-  std::shared_ptr<IMasterlistObject> GetMasterlist(IClientApp& outlook) override;
+  std::shared_ptr<IRulesCategoryList> GetMasterlist(IClientApp& outlook) override;
 
  private:
   Dispatcher reader_;

@@ -329,7 +329,7 @@ void TestEventRaise() {
 }
 
 // Cores for the rules component's two objects that answer without Outlook.
-class QuietMasterlist final : public t4::IMasterlistObject {
+class QuietMasterlist final : public t4::IRulesCategoryList {
  public:
   std::u16string ReadCategories() override { return u""; }
   void WriteCategories(std::u16string&) override {}

@@ -1,0 +1,73 @@
+#include "platform/posix/HeaderFields.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace t4::posix {
+namespace {
+
+using Fields = std::vector<std::pair<std::string, std::string>>;
+
+bool Split(std::string_view header, Fields& fields) {
+  fields.clear();
+  return HeaderFields::ForEach(header, [&](std::string_view name, std::string_view raw) {
+    fields.emplace_back(std::string(name), std::string(raw));
+  });
+}
+
+TEST(HeaderFields, SplitsFieldsWithTheirRawValues) {
+  Fields fields;
+  ASSERT_TRUE(Split("Subject: a\r\n\tb\r\nKeywords:x\nX-Empty:\n\nBody: no\n", fields));
+  const Fields expected = {{"Subject", " a\r\n\tb\r\n"}, {"Keywords", "x\n"}, {"X-Empty", "\n"}};
+  EXPECT_EQ(fields, expected);
+  // A block without its empty line ends with its last field.
+  ASSERT_TRUE(Split("A: 1\nB: 2", fields));
+  EXPECT_EQ(fields.back(), (std::pair<std::string, std::string>{"B", " 2"}));
+  ASSERT_TRUE(Split("\nA: 1\n", fields));
+  EXPECT_TRUE(fields.empty());
+}
+
+TEST(HeaderFields, LeavesOddBlocksToTheFullParse) {
+  struct Case {
+    const char* what;
+    std::string header;
+  };
+  const Case cases[] = {
+      {"control character", "Subject: a\x01z\n\n"},
+      {"DEL", "Subject: a\x7fz\n\n"},
+      {"NUL", std::string("Subject: a\0z\n\n", 14)},
+      {"lone CR", "Subject: a\rb\n\n"},
+      {"CR at the end", "Subject: a\r"},
+      {"two CRs", "Subject: a\r\r\n\n"},
+      {"no colon", "From someone\n\n"},
+      {"empty name", ": a\n\n"},
+      {"blank in the name", "Sub ject: a\n\n"},
+      {"8-bit name",
+       "Subj\xC3\xA4"
+       "ct: a\n\n"},
+      {"continuation first", " a\nSubject: s\n\n"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    Fields fields;
+    EXPECT_FALSE(Split(c.header, fields));
+  }
+}
+
+TEST(HeaderFields, Values) {
+  std::string scratch;
+  EXPECT_EQ(HeaderFields::Value("  a b \r\n", scratch), "a b");
+  EXPECT_TRUE(scratch.empty());
+  EXPECT_EQ(HeaderFields::Value(" a,\r\n b\r\n", scratch), "a, b");
+  EXPECT_EQ(HeaderFields::Unfold(" a,\r\n\tb\n"), " a,\tb");
+  EXPECT_EQ(HeaderFields::Trim(" \t\r\n"), "");
+  EXPECT_TRUE(HeaderFields::IsPlain("a = ? b"));
+  EXPECT_FALSE(HeaderFields::IsPlain("=?UTF-8?Q?a?="));
+  EXPECT_FALSE(HeaderFields::IsPlain("\xC3\xA4"));
+}
+
+}  // namespace
+}  // namespace t4::posix
