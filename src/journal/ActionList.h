@@ -5,7 +5,7 @@
 #include <new>
 #include <vector>
 
-#include "journal/Action.h"
+#include "model/Action.h"
 
 namespace t4 {
 

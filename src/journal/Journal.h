@@ -4,8 +4,9 @@
 #include <deque>
 #include <memory>
 
-#include "journal/Action.h"
 #include "journal/ActionList.h"
+#include "model/Action.h"
+#include "model/ActionSink.h"
 
 namespace t4 {
 
@@ -13,7 +14,7 @@ namespace t4 {
 // 1..Position() are applied (can be undone), the rest can be redone. At most
 // 50 steps are kept. In batch mode every action recorded until batch mode is
 // switched on again goes into one step.
-class Journal {
+class Journal final : public ActionSink {
  public:
   // The actions of one step, by value, never moved as the step grows.
   using Step = ActionList;
@@ -35,6 +36,7 @@ class Journal {
     if (open_) return open_->push_back(std::move(action));
     AddSlow(std::move(action));
   }
+  void Record(Action&& action) override { Add(std::move(action)); }
   // No steps, position 0.
   void Clear();
   int32_t Count() const { return static_cast<int32_t>(steps_.size()); }

@@ -1,11 +1,11 @@
 #include "journal/Replay.h"
 
 #include "journal/Journal.h"
+#include "model/ApplicationContext.h"
 #include "model/Categories.h"
 #include "model/Category.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
-#include "session/Application.h"
 #include "support/RunTimeError.h"
 
 namespace t4 {
@@ -15,20 +15,20 @@ namespace {
 // Clears the replay flag however the step ends, before an error leaves.
 class ReplayFlag {
  public:
-  explicit ReplayFlag(Application& app) : app_(app) { app_.SetReplaying(true); }
-  ~ReplayFlag() { app_.SetReplaying(false); }
+  explicit ReplayFlag(bool& flag) : flag_(flag) { flag_ = true; }
+  ~ReplayFlag() { flag_ = false; }
 
  private:
-  Application& app_;
+  bool& flag_;
 };
 
-std::shared_ptr<Category> CategoryById(Application& app, int32_t id) {
+std::shared_ptr<Category> CategoryById(ApplicationContext& app, int32_t id) {
   return RunTimeError::Require(app.Categories())->ItemById(id, true);
 }
 
 // Gives the property the value the action holds; returns the value it had,
 // which the action holds from now on.
-PropertyValue SwapProperty(Application& app, const Action& a) {
+PropertyValue SwapProperty(ApplicationContext& app, const Action& a) {
   const Action::CategoryPart& d = *a.Detail;
   auto category = RunTimeError::Require(CategoryById(app, RunTimeError::Require(d.Category)->ID()));
   if (d.PropertyName == u"Name") {
@@ -58,7 +58,7 @@ PropertyValue SwapProperty(Application& app, const Action& a) {
 // What the actions of one step need, looked up once for the step: a step of
 // a big batch holds hundreds of thousands of memberships.
 struct StepContext {
-  explicit StepContext(Application& app)
+  explicit StepContext(ApplicationContext& app)
       : categories(RunTimeError::Require(app.Categories())),
         items(app.OutlookItems()),
         owners(items) {}
@@ -134,9 +134,10 @@ class Lookahead {
   int32_t item_ = -1;
 };
 
-void Run(Application& app, const std::shared_ptr<Journal::Step>& step, bool undo) {
+void Run(ApplicationContext& app, bool& replaying, const std::shared_ptr<Journal::Step>& step,
+         bool undo) {
   if (!step) return;
-  ReplayFlag flag(app);
+  ReplayFlag flag(replaying);
   // A subscriber may record actions from inside an event while the step
   // replays (a category it adds is journalled), which may add to this very
   // step. Only the actions there at the start are replayed; the step grows
@@ -170,12 +171,12 @@ void Run(Application& app, const std::shared_ptr<Journal::Step>& step, bool undo
 
 }  // namespace
 
-void Replay::Undo(Application& app) {
-  Run(app, RunTimeError::Require(app.Journal())->PreviousStep(), true);
+void Replay::Undo(Journal& journal, ApplicationContext& app, bool& replaying) {
+  Run(app, replaying, journal.PreviousStep(), true);
 }
 
-void Replay::Redo(Application& app) {
-  Run(app, RunTimeError::Require(app.Journal())->NextStep(), false);
+void Replay::Redo(Journal& journal, ApplicationContext& app, bool& replaying) {
+  Run(app, replaying, journal.NextStep(), false);
 }
 
 }  // namespace t4

@@ -1,6 +1,6 @@
 #include "masterlist/MasterlistParser.h"
 
-#include "masterlist/modOLVersion.h"
+#include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/NumberText.h"
 #include "support/RunTimeError.h"
@@ -39,7 +39,7 @@ void MasterlistParser::ReadMasterlist(const std::shared_ptr<Categories>& categor
     categories_ = RunTimeError::Require(categories);
     categories_->Add(std::u16string(), false, u"", -2, -2);
     if (list.empty()) return;
-    if (modOLVersion::OutlookVersion() < 12) {
+    if (ClientVersion::Current().MasterlistForm() == ClientVersion::ListForm::kNames) {
       ParseNameList(list);
     } else {
       ParseEntryList(list);

@@ -1,6 +1,6 @@
 #include "masterlist/MasterlistText.h"
 
-#include "masterlist/modOLVersion.h"
+#include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/Utf.h"
 
@@ -9,8 +9,9 @@ namespace t4 {
 std::u16string MasterlistText::CategoriesToString(const Categories::Collection& categories) {
   return Frame(u"CategoriesStream", u"CategoriesToString", [&] {
     if (categories.Count() == 0) return std::u16string();
-    return modOLVersion::OutlookVersion() >= 12 ? EntriesToString(categories)
-                                                : NamesToString(categories);
+    return ClientVersion::Current().MasterlistForm() == ClientVersion::ListForm::kEntries
+               ? EntriesToString(categories)
+               : NamesToString(categories);
   });
 }
 

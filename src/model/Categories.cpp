@@ -3,16 +3,12 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "journal/Journal.h"
-#include "masterlist/IMasterlist.h"
-#include "masterlist/MasterlistParser.h"
-#include "masterlist/MasterlistText.h"
+#include "model/ApplicationContext.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
-#include "session/Application.h"
+#include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/HandleTable.h"
-#include "support/ProcessValues.h"
 #include "support/RunTimeError.h"
 #include "support/TextCase.h"
 #include "support/Transliteration.h"
@@ -25,7 +21,7 @@ Categories::Categories() {
 }
 
 void Categories::Init(int32_t parentHandle, const std::u16string&) {
-  parent_ = HandleTable::Resolve<Application>(parentHandle);
+  parent_ = HandleTable::Resolve<ApplicationContext>(parentHandle);
 }
 
 bool Categories::Replaying() const {
@@ -49,7 +45,8 @@ void Categories::Clear() {
   byId_ = {};
   filtered_ = std::make_unique<Collection>();
   deleted_.reset();
-  if (ProcessValues::OutlookVersion() >= 12) deleted_ = std::make_unique<CategoriesDeleted>();
+  if (ClientVersion::Current().RemembersDeletions())
+    deleted_ = std::make_unique<CategoriesDeleted>();
   names_.clear();
   ++namesGeneration_;
   nextId_ = 0;
@@ -170,7 +167,7 @@ void Categories::Delete(const ItemIndex& index) {
   if (filtered_) filtered_->Remove(category->ID());
   SetChanged(true);
   step([&] {
-    if (ProcessValues::OutlookVersion() >= 12)
+    if (ClientVersion::Current().RemembersDeletions())
       RunTimeError::Require(deleted_.get())->Add(category->CategoryID());
   });
   step([&] {
@@ -190,7 +187,7 @@ void Categories::AddAction(const std::shared_ptr<Category>& category, int32_t ki
   action.Detail = std::make_unique<Action::CategoryPart>();
   action.Detail->Category = category->Copy();
   auto app = RunTimeError::Require(Parent());
-  RunTimeError::Require(app->Journal())->Add(std::move(action));
+  RunTimeError::Require(app->Journal())->Record(std::move(action));
 }
 
 void Categories::Append(const std::shared_ptr<Category>& category, bool membersMarked) {
@@ -348,40 +345,6 @@ void Categories::RaiseMemberAdd(const std::shared_ptr<Category>& item,
 void Categories::RaiseMemberRemove(const std::shared_ptr<Category>& item,
                                    const std::shared_ptr<OutlookItem>& member) {
   Fire(fireMemberEvents_, [&](ICategoriesEvents& s) { s.MemberRemove(item, member); });
-}
-
-}  // namespace t4
-
-namespace t4 {
-
-std::u16string Categories::ToString() const {
-  return Frame(u"Categories", u"ToString",
-               [&] { return MasterlistText::CategoriesToString(categories_); });
-}
-
-void Categories::Save() {
-  Frame(u"Categories", u"Save", [&] {
-    auto app = RunTimeError::Require(Parent());
-    auto store = app->MasterlistStore();
-    std::u16string list = ToString();
-    if (ProcessValues::OutlookVersion() < 12) {
-      RunTimeError::Require(store.get())->WriteCategories(list);
-    } else {
-      const std::u16string deleted = deleted_ ? deleted_->ToString() : u"";
-      const bool changed = !list.empty();
-      std::u16string out = list;
-      if (!deleted.empty()) out = changed ? list + u";" + deleted : deleted;
-      if (!out.empty()) {
-        RunTimeError::Require(store.get())->WriteCategories(out);
-        // The store answers with the identifiers Outlook gave new ones.
-        if (changed) MasterlistParser().UpdateCategoryIDs(shared_from_this(), out);
-      }
-      if (deleted_) deleted_->Clear();
-    }
-    categories_.ForEach(
-        [](int32_t, const std::shared_ptr<Category>& category) { category->SetChanged(false); });
-    changed_ = false;
-  });
 }
 
 }  // namespace t4

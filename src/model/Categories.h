@@ -16,7 +16,7 @@
 
 namespace t4 {
 
-class Application;
+class ApplicationContext;
 class OutlookItem;
 
 // Item filter values the host passes to SetFilter.
@@ -96,8 +96,8 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   void ResetParentPtr() override { parent_.reset(); }
 
   // Internal operations.
-  void SetParent(std::weak_ptr<Application> parent) { parent_ = std::move(parent); }
-  std::shared_ptr<Application> Parent() const { return parent_.lock(); }
+  void SetParent(std::weak_ptr<ApplicationContext> parent) { parent_ = std::move(parent); }
+  std::shared_ptr<ApplicationContext> Parent() const { return parent_.lock(); }
   void SetChanged(bool value) { changed_ = value; }
   bool Importing() const { return importing_; }
   void SetImporting(bool value) { importing_ = value; }
@@ -122,11 +122,6 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   // deleted, put back or renamed, or the collection cleared): a cache of
   // name look-ups holds while it stays the same.
   uint64_t NamesGeneration() const { return namesGeneration_; }
-  // The master-list text of all categories, for the store to write.
-  std::u16string ToString() const;
-  // Writes the master list to the running Outlook's store (with the
-  // pending Outlook 2007 deletions) and clears every changed mark.
-  void Save();
   bool HasCategoryFilter() const { return filtered_ != nullptr; }
 
   // True when a member event would reach anyone: saves building its
@@ -153,7 +148,7 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   template <class F>
   void Fire(bool enabled, F&& call);
 
-  std::weak_ptr<Application> parent_;
+  std::weak_ptr<ApplicationContext> parent_;
   Collection categories_;
   // The same categories by ID (IDs are handed out in sequence and never
   // again): a bulk edit of a hundred thousand items looks a category up

@@ -1,13 +1,12 @@
 #include "model/Category.h"
 
-#include "journal/Journal.h"
+#include "model/ApplicationContext.h"
 #include "model/Categories.h"
 #include "model/OutlookItem.h"
-#include "session/Application.h"
+#include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/ErrorObject.h"
 #include "support/HandleTable.h"
-#include "support/ProcessValues.h"
 #include "support/RunTimeError.h"
 #include "support/Transliteration.h"
 #include "support/Utf.h"
@@ -20,7 +19,7 @@ void Category::Init(int32_t parentHandle, const std::u16string&) {
   parent_ = HandleTable::Resolve<Categories>(parentHandle);
 }
 
-std::shared_ptr<Application> Category::App() const {
+std::shared_ptr<ApplicationContext> Category::App() const {
   return RunTimeError::Require(RunTimeError::Require(Parent())->Parent());
 }
 
@@ -82,7 +81,7 @@ void Category::SetInMasterlist(bool value) {
       inMasterlist_ = value;
       return;
     }
-    if (!value && ProcessValues::OutlookVersion() >= 12) {
+    if (!value && ClientVersion::Current().RemembersDeletions()) {
       CategoriesDeleted* deleted = RunTimeError::Require(Parent())->DeletedList();
       RunTimeError::Require(deleted)->Add(categoryId_);
       categoryId_.clear();
@@ -116,7 +115,7 @@ void Category::SetName(std::u16string& name) {
     // The Outlook 2007 rules hear of the rename before the name is stored,
     // so that a failing rules object leaves the old name in place.
     std::u16string old = name_;
-    if (auto app = parent->Parent(); app && app->RulesSupported()) {
+    if (auto app = parent->Parent()) {
       if (auto rules = app->CategoryRules()) rules->RenameCategory(old, name);
     }
     name_ = name;
@@ -273,7 +272,7 @@ void Category::AddAction(const std::u16string& property, PropertyValue oldValue)
   action.Detail->Category = Copy();
   action.Detail->PropertyName = property;
   action.Detail->Value = std::move(oldValue);
-  RunTimeError::Require(App()->Journal())->Add(std::move(action));
+  RunTimeError::Require(App()->Journal())->Record(std::move(action));
 }
 
 }  // namespace t4

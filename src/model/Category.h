@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "journal/Action.h"
+#include "model/Action.h"
 #include "model/IChild.h"
 #include "model/internal/ItemIndex.h"
 #include "model/internal/Members.h"
@@ -13,7 +13,7 @@ namespace t4 {
 
 class Categories;
 class OutlookItem;
-class Application;
+class ApplicationContext;
 
 // One category: name, Outlook colour and shortcut, whether it stands in the
 // master list, Outlook 2007's identifier, and the items that carry it.
@@ -104,7 +104,7 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
 
  private:
   void AddAction(const std::u16string& property, PropertyValue oldValue);
-  std::shared_ptr<Application> App() const;
+  std::shared_ptr<ApplicationContext> App() const;
   bool Replaying() const;
   static bool ReplayingUnder(const Categories& parent);
   void RaiseChange();

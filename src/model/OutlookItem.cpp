@@ -2,11 +2,10 @@
 
 #include <algorithm>
 
-#include "journal/Journal.h"
+#include "model/ApplicationContext.h"
 #include "model/Categories.h"
 #include "model/Category.h"
 #include "model/OutlookItems.h"
-#include "session/Application.h"
 #include "support/ErrorFrame.h"
 #include "support/ErrorObject.h"
 #include "support/HandleTable.h"
@@ -90,8 +89,7 @@ std::shared_ptr<IMapiMessage> OutlookItem::GetRedemptionItem() const {
   return Frame(u"OutlookItem", u"GetRedemptionItem", [&] {
     std::shared_ptr<IMapiMessage> message;
     const auto app = ResolveOwners().app;
-    const StoreCollection* stores = app ? app->Stores() : nullptr;
-    if (auto store = stores ? stores->Item(StoreID()) : nullptr) {
+    if (auto store = app ? app->StoreOf(StoreID()) : nullptr) {
       try {
         message = store->GetMessageFromID(EntryID());
       } catch (...) {
@@ -189,13 +187,13 @@ void OutlookItem::MarkChanged(const Owners& owners) {
 
 void OutlookItem::AddAction(const Owners& owners, int32_t categoryId, int32_t kind) {
   if (suppressJournal_) return;
-  Journal* journal = owners.app ? owners.app->Journal() : nullptr;
+  ActionSink* journal = owners.app ? owners.app->Journal() : nullptr;
   if (!journal) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
   Action action;
   action.Kind = kind;
   action.ItemID = id_;
   action.CategoryID = categoryId;
-  journal->Add(std::move(action));
+  journal->Record(std::move(action));
 }
 
 void OutlookItem::CategoriesAdd(const std::shared_ptr<Category>& category) {

@@ -21,7 +21,7 @@ namespace t4 {
 class Category;
 class Categories;
 class OutlookItems;
-class Application;
+class ApplicationContext;
 
 // The library's record of one Outlook item and the categories on it, kept
 // as category IDs in the order they were added (a renamed category stays
@@ -100,7 +100,7 @@ class OutlookItem : public IChild {
   struct Owners {
     std::shared_ptr<OutlookItems> items;
     std::shared_ptr<OutlookItem> self;  // the item, as its collection holds it
-    std::shared_ptr<Application> app;
+    std::shared_ptr<ApplicationContext> app;
     std::shared_ptr<Categories> cats;
     bool JournalSuppressed() const;
     std::shared_ptr<Category> Default() const;

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "session/Application.h"
+#include "model/ApplicationContext.h"
 #include "support/ErrorFrame.h"
 #include "support/HandleTable.h"
 #include "support/TextCase.h"
@@ -14,7 +14,7 @@ OutlookItems::OutlookItems() {
 }
 
 void OutlookItems::Init(int32_t parentHandle, const std::u16string&) {
-  parent_ = HandleTable::Resolve<Application>(parentHandle);
+  parent_ = HandleTable::Resolve<ApplicationContext>(parentHandle);
 }
 
 std::shared_ptr<OutlookItem> OutlookItems::Item(const ItemIndex& index) const {

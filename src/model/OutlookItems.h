@@ -16,9 +16,8 @@
 
 namespace t4 {
 
+class ApplicationContext;
 class Categories;
-
-class Application;
 
 // Every Outlook item read, keyed by the decimal text of its ID (1, 2, ...),
 // in reading order.
@@ -55,8 +54,8 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   void SetChanged(bool value) { changed_ = value; }
   bool IsReading() const { return isReading_; }
   void SetIsReading(bool value) { isReading_ = value; }
-  void SetParent(std::weak_ptr<Application> parent) { parent_ = std::move(parent); }
-  std::shared_ptr<Application> Parent() const { return parent_.lock(); }
+  void SetParent(std::weak_ptr<ApplicationContext> parent) { parent_ = std::move(parent); }
+  std::shared_ptr<ApplicationContext> Parent() const { return parent_.lock(); }
   // The item with this ID, or null.
   const std::shared_ptr<OutlookItem>& ItemById(int32_t id) const { return store_->Get(id); }
   // Calls f(id, item) for every item in order; `f` must not add items.
@@ -76,7 +75,7 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
                                       const std::u16string& folder,
                                       const std::u16string& messageClass, double dateTime);
 
-  std::weak_ptr<Application> parent_;
+  std::weak_ptr<ApplicationContext> parent_;
   // Items are only ever appended (IDs 1, 2, ...) and cleared all at once,
   // so position and key lookups need no table.
   std::shared_ptr<ItemStore> store_;

@@ -1,18 +1,18 @@
 #include "rules/Masterlist07.h"
 
-#include "session/Application.h"
+#include "model/ApplicationContext.h"
 #include "support/HandleTable.h"
 #include "support/RunTimeError.h"
 
 namespace t4 {
 
 void Masterlist07::Init(int32_t parentHandle, const std::u16string&) {
-  InitParent(HandleTable::Resolve<Application>(parentHandle));
+  InitParent(HandleTable::Resolve<ApplicationContext>(parentHandle));
 }
 
-void Masterlist07::InitParent(const std::shared_ptr<Application>& parent) {
+void Masterlist07::InitParent(const std::shared_ptr<ApplicationContext>& parent) {
   parent_ = parent;
-  Application& app = *RunTimeError::Require(parent.get());
+  ApplicationContext& app = *RunTimeError::Require(parent.get());
   IClientApp& outlook = *RunTimeError::Require(app.OutlookApp().get());
   object_ = RunTimeError::Require(app.RulesReader().get())->GetMasterlist(outlook);
 }

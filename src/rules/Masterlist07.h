@@ -10,7 +10,7 @@
 
 namespace t4 {
 
-class Application;
+class ApplicationContext;
 
 // The master list of Outlook 2007: a thin adapter over the master-list
 // object the rules component hands out. It traps nothing; every error of
@@ -22,7 +22,7 @@ class Masterlist07 : public IMasterlist, public IChild {
   void Init(int32_t parentHandle, const std::u16string& key = u"") override;
   void ResetParentPtr() override { parent_.reset(); }
   // The same for a parent the caller already holds.
-  void InitParent(const std::shared_ptr<Application>& parent);
+  void InitParent(const std::shared_ptr<ApplicationContext>& parent);
 
   std::u16string ReadCategories() override;
   void WriteCategories(std::u16string& list) override;
@@ -33,7 +33,7 @@ class Masterlist07 : public IMasterlist, public IChild {
  private:
   IRulesCategoryList& Object() const;
 
-  std::weak_ptr<Application> parent_;
+  std::weak_ptr<ApplicationContext> parent_;
   std::shared_ptr<IRulesCategoryList> object_;
 };
 

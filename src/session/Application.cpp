@@ -6,11 +6,12 @@
 #include "masterlist/Masterlist03.h"
 #include "masterlist/Masterlist97.h"
 #include "masterlist/MasterlistParser.h"
-#include "masterlist/modOLVersion.h"
+#include "masterlist/MasterlistWriter.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
 #include "rules/Masterlist07.h"
 #include "session/ItemReader.h"
+#include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
@@ -88,11 +89,13 @@ bool Application::RedoIsPossible() const {
 }
 
 void Application::Undo() {
-  Frame(u"Application", u"Undo", [&] { Replay::Undo(*this); });
+  Frame(u"Application", u"Undo",
+        [&] { Replay::Undo(*RunTimeError::Require(journal_.get()), *this, replaying_); });
 }
 
 void Application::Redo() {
-  Frame(u"Application", u"Redo", [&] { Replay::Redo(*this); });
+  Frame(u"Application", u"Redo",
+        [&] { Replay::Redo(*RunTimeError::Require(journal_.get()), *this, replaying_); });
 }
 
 void Application::Initialize(std::shared_ptr<IClientApp> outlook) {
@@ -106,8 +109,8 @@ void Application::Initialize(std::shared_ptr<IClientApp> outlook) {
       if (auto app = self.lock()) app->OnQuit();
     });
     outlookApp_ = std::move(outlook);
-    modOLVersion::SetOutlookVersionFromText(client.Version());
-    if (modOLVersion::OutlookVersion() >= 12) {
+    ClientVersion::SelectFromText(client.Version());
+    if (ClientVersion::Current().HasRules()) {
       rulesSupported_ = true;
       rulesReader_ = Ports::Rules().CreateRulesReader();
       ReadRules();
@@ -143,8 +146,12 @@ void Application::Logon() {
   });
 }
 
+std::shared_ptr<IMapiStore> Application::StoreOf(const std::u16string& storeId) const {
+  return stores_ ? stores_->Item(storeId) : nullptr;
+}
+
 std::shared_ptr<IMasterlist> Application::MasterlistStore() {
-  switch (modOLVersion::OutlookVersion()) {
+  switch (ClientVersion::Current().Major()) {
     case 8:
       return std::make_shared<Masterlist97>(Ports::Registry());
     case 9:
@@ -265,7 +272,9 @@ void Application::RaiseProgress(int32_t value, int32_t max) {
 void Application::SaveChanges() {
   Frame(u"Application", u"SaveChanges", [&] {
     auto categories = RunTimeError::Require(categories_);
-    if (categories->Changed()) categories->Save();
+    if (categories->Changed()) {
+      MasterlistWriter::Save(categories, [this] { return MasterlistStore(); });
+    }
     // Without a rules object (the component could not hand one out) there
     // is nothing to save for the rules.
     if (rulesSupported_ && categoryRules_ && categoryRules_->Changed()) categoryRules_->Save();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "journal/Journal.h"
+#include "model/ApplicationContext.h"
 #include "session/FolderValidation.h"
 #include "session/IApplicationEvents.h"
 #include "session/IFolderList.h"
@@ -27,7 +28,9 @@ class OutlookItems;
 // The root object of the library, the one class a host creates. It owns the
 // settings, the category and item collections and the undo journal, binds
 // the library to one Outlook instance, and replays the journal.
-class Application : public ILanguage, public std::enable_shared_from_this<Application> {
+class Application : public ILanguage,
+                    public ApplicationContext,
+                    public std::enable_shared_from_this<Application> {
  public:
   // Creates the object: loads the settings, creates and links the
   // collections and the journal. Failures while constructing are ignored;
@@ -43,14 +46,14 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   // Public members.
   bool BatchMode() const;
   void SetBatchMode(bool on);
-  std::shared_ptr<t4::Categories> Categories() const { return categories_; }
+  std::shared_ptr<t4::Categories> Categories() const override { return categories_; }
   // Categories.Changed or OutlookItems.Changed.
   bool Changed() const;
   // Binds the library to a running Outlook: follows its Quit event, takes
   // its major version and, from Outlook 2007, creates the rules component
   // and reads the category rules.
   void Initialize(std::shared_ptr<IClientApp> outlook);
-  std::shared_ptr<t4::OutlookItems> OutlookItems() const { return outlookItems_; }
+  std::shared_ptr<t4::OutlookItems> OutlookItems() const override { return outlookItems_; }
   // Reads every item of the listed folders (null or empty: none) with the
   // categories on each, afresh: the journal is cleared, the items and all
   // memberships are replaced. Both collections count as unchanged
@@ -79,10 +82,9 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
 
   // Internal operations.
   // The journal; null once terminated.
-  t4::Journal* Journal() const { return journal_.get(); }
+  t4::Journal* Journal() const override { return journal_.get(); }
   // True while Undo or Redo replays a step.
-  bool Replaying() const { return replaying_; }
-  void SetReplaying(bool value) { replaying_ = value; }
+  bool Replaying() const override { return replaying_; }
   // Folders per chunk of the folder reader, from the settings.
   int32_t ChunkSize() const { return chunkSize_; }
   void SetChunkSize(int32_t value) { chunkSize_ = value; }
@@ -95,10 +97,14 @@ class Application : public ILanguage, public std::enable_shared_from_this<Applic
   const Options& GetOptions() const { return options_; }
   // The MAPI session; null before the first logon.
   std::shared_ptr<IMapiSession> Session() const { return session_; }
-  std::shared_ptr<ICategoryRules> CategoryRules() const { return categoryRules_; }
-  std::shared_ptr<IRulesReader> RulesReader() const { return rulesReader_; }
+  std::shared_ptr<IMapiStore> StoreOf(const std::u16string& storeId) const override;
+  // The category rules; null unless the running Outlook has rules.
+  std::shared_ptr<ICategoryRules> CategoryRules() const override {
+    return rulesSupported_ ? categoryRules_ : nullptr;
+  }
+  std::shared_ptr<IRulesReader> RulesReader() const override { return rulesReader_; }
   // Outlook's Application object; null before Initialize and after Quit.
-  std::shared_ptr<IClientApp> OutlookApp() const { return outlookApp_; }
+  std::shared_ptr<IClientApp> OutlookApp() const override { return outlookApp_; }
   // A new master-list store for the running Outlook version; null for a
   // version the library does not support.
   std::shared_ptr<IMasterlist> MasterlistStore();

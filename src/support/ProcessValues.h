@@ -8,7 +8,7 @@ namespace t4 {
 // The values one process shares between all objects of the library: the
 // language identifier, the CSV delimiter and Outlook's major version. They
 // live here and nowhere else; the modules that give them meaning
-// (Language, Options, modOLVersion) read and write them through this class.
+// (Language, Options, ClientVersion) read and write them through this class.
 class ProcessValues {
  public:
   // Raw language identifier; 0 until someone stores one.

@@ -1,7 +1,8 @@
 #include "ModelFixture.h"
 #include "masterlist/MasterlistParser.h"
 #include "masterlist/MasterlistText.h"
-#include "masterlist/modOLVersion.h"
+#include "masterlist/MasterlistWriter.h"
+#include "support/ClientVersion.h"
 
 namespace t4 {
 namespace {
@@ -27,7 +28,7 @@ class MasterlistTest : public test::ModelTest {
   }
 };
 
-TEST(modOLVersion, MajorVersionFromTheFirstTwoCharacters) {
+TEST(ClientVersion, MajorVersionFromTheFirstTwoCharacters) {
   struct Case {
     const char16_t* text;
     int32_t version;
@@ -37,12 +38,12 @@ TEST(modOLVersion, MajorVersionFromTheFirstTwoCharacters) {
                         {u"8", 0},          {u"", 0},           {u" 8.0", 0}, {u"1.", 0}};
   for (const Case& c : cases) {
     SCOPED_TRACE(Utf::ToUtf8(c.text));
-    EXPECT_EQ(modOLVersion::VersionFromText(c.text), c.version);
+    EXPECT_EQ(ClientVersion::MajorFromText(c.text), c.version);
   }
-  modOLVersion::SetOutlookVersionFromText(u"11.0");
-  EXPECT_EQ(modOLVersion::OutlookVersion(), 11);
-  modOLVersion::SetOutlookVersionFromText(u"14.0");
-  EXPECT_EQ(modOLVersion::OutlookVersion(), 0);
+  ClientVersion::SelectFromText(u"11.0");
+  EXPECT_EQ(ClientVersion::Current().Major(), 11);
+  ClientVersion::SelectFromText(u"14.0");
+  EXPECT_EQ(ClientVersion::Current().Major(), 0);
 }
 
 TEST_F(MasterlistTest, EmptyListGivesOnlyTheDefaultCategory) {
@@ -123,34 +124,34 @@ TEST_F(MasterlistTest, ReadStopsAtAnErrorKeepingWhatWasAddedAndLabelsIt) {
 TEST_F(MasterlistTest, NameListText) {
   ProcessValues::SetOutlookVersion(11);
   cats->Clear();
-  EXPECT_EQ(cats->ToString(), u"");
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"");
   ReadList({u"Business"});
   cats->Add(u"Temp", false);
   cats->Add(u"Private", true);
-  EXPECT_EQ(cats->ToString(), u"Business;Private;");
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"Business;Private;");
   ReadList({});
-  EXPECT_EQ(cats->ToString(), u"");  // only the default category
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"");  // only the default category
   ReadList({u"a;b"});
-  EXPECT_EQ(cats->ToString(), u"a;b;");  // no escaping: reads back as two names
-  Read(cats->ToString(), 11);
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"a;b;");  // no escaping: reads back as two names
+  Read(MasterlistWriter::ToString(*cats), 11);
   EXPECT_EQ(Names(), (std::vector<std::u16string>{u"", u"a", u"b"}));
 }
 
 TEST_F(MasterlistTest, EntryListTextHoldsOnlyChangedMasterlistCategories) {
   Read(u"{A};Red;7;0;{B};Green;5;1", 12);
-  EXPECT_EQ(cats->ToString(), u"");
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"");
   Cat(u"Red")->SetChanged(true);
-  EXPECT_EQ(cats->ToString(), u"{A};Red;7;0");
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"{A};Red;7;0");
   cats->Add(u"New", true, u"", 3, 0);
-  EXPECT_EQ(cats->ToString(), u"{A};Red;7;0;;New;3;0");
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"{A};Red;7;0;;New;3;0");
   cats->Add(u"Loose", false, u"", -1, 2);
-  EXPECT_EQ(cats->ToString(), u"{A};Red;7;0;;New;3;0");
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"{A};Red;7;0;;New;3;0");
 }
 
 TEST_F(MasterlistTest, EntryTextWritesNegativeNumbers) {
   Read(u"", 12);
   cats->Add(u"Plain", true, u"{P}", -2, -2);
-  EXPECT_EQ(cats->ToString(), u"{P};Plain;-2;-2");
+  EXPECT_EQ(MasterlistWriter::ToString(*cats), u"{P};Plain;-2;-2");
 }
 
 }  // namespace

@@ -5,8 +5,8 @@
 #include "masterlist/Masterlist02.h"
 #include "masterlist/Masterlist03.h"
 #include "masterlist/Masterlist97.h"
-#include "masterlist/modOLVersion.h"
 #include "rules/Masterlist07.h"
+#include "support/ClientVersion.h"
 
 namespace t4::test {
 namespace {
@@ -32,7 +32,7 @@ class SessionTest : public SessionFixture {
 
 TEST_F(SessionTest, InitializeFollowsQuitAndSetsTheVersion) {
   Init(u"11.0.0.8312");
-  EXPECT_EQ(modOLVersion::OutlookVersion(), 11);
+  EXPECT_EQ(ClientVersion::Current().Major(), 11);
   EXPECT_EQ(outlook->advised, 1);
   EXPECT_EQ(app->OutlookApp(), outlook);
 }

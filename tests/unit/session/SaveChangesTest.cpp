@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "SessionFixture.h"
-#include "masterlist/modOLVersion.h"
 #include "rules/Masterlist07.h"
+#include "support/ClientVersion.h"
 #include "support/ErrorObject.h"
 
 namespace t4::test {

@@ -634,10 +634,12 @@ void TestItemsThroughDispatch() {
     Call(catsChild, L"Init", {Var::I4(0)});
     TestLog::Check(Put(travel.get(), L"Color", Var::I4(5)).Number() == kObjectVariableNotSet,
                    "a category of an unlinked Categories cannot be edited (91)");
-    TestLog::Check(Call(catsChild, L"Init", {Var::I4(t4::HandleTable::HandleOf(core))}).Ok() &&
-                       Put(travel.get(), L"Color", Var::I4(5)).Ok() &&
-                       Call(travel.get(), L"Color").value.Long() == 5,
-                   "Categories linked again to the Application through IChild.Init");
+    TestLog::Check(
+        Call(catsChild, L"Init", {Var::I4(t4::HandleTable::HandleOf<t4::ApplicationContext>(core))})
+                .Ok() &&
+            Put(travel.get(), L"Color", Var::I4(5)).Ok() &&
+            Call(travel.get(), L"Color").value.Long() == 5,
+        "Categories linked again to the Application through IChild.Init");
     catsChild->Release();
     itemChild->Release();
     child->Release();
