@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Sets up a fresh Debian machine and runs every test of Tandrel4:
+#   0. the layer check: no source file includes a header of a layer above its own
 #   1. native build (gcc, AddressSanitizer + UndefinedBehaviorSanitizer), unit tests,
 #      then the libFuzzer targets (clang) for a bounded time, one test each
 #   2. Windows builds (x86_64 and i686 mingw-w64)
@@ -31,6 +32,29 @@ build() {  # build PRESET
   return 0
 }
 
+run_counted() {  # run_counted LABEL PREFIX COMMAND...; the command prints "PREFIX: N passed, M failed"
+  local label=$1 prefix=$2
+  shift 2
+  echo "== $label"
+  out=$("$@" 2>&1)
+  rc=$?
+  echo "$out"
+  line=$(echo "$out" | grep -E "^$prefix: [0-9]+ passed, [0-9]+ failed" | tail -1)
+  if [ -z "$line" ]; then
+    note "$label: no summary line"
+    failed=$((failed + 1))
+    return
+  fi
+  p=$(echo "$line" | sed -E "s/^$prefix: ([0-9]+) passed, ([0-9]+) failed.*/\\1/")
+  f=$(echo "$line" | sed -E "s/^$prefix: ([0-9]+) passed, ([0-9]+) failed.*/\\2/")
+  passed=$((passed + p))
+  failed=$((failed + f))
+  [ "$rc" -eq 0 ] || [ "$f" -gt 0 ] || { note "$label: exit $rc"; failed=$((failed + 1)); }
+}
+
+# 0. Layers depend only downward (one check per source file).
+run_counted "layer check (includes only downward)" layers bash scripts/check-layers.sh
+
 # 1. Native unit tests under the sanitizers.
 if build native; then
   echo "== native unit tests (address + undefined sanitizers)"
@@ -56,25 +80,6 @@ build mingw32 && have32=1 || have32=0
 
 # 3./4. Wine: the unit tests built for Windows (portable tests + win32 ports),
 # then the DLL end to end (registration, scripts, conformance client).
-run_counted() {  # run_counted LABEL PREFIX COMMAND...; the command prints "PREFIX: N passed, M failed"
-  local label=$1 prefix=$2
-  shift 2
-  echo "== $label"
-  out=$("$@" 2>&1)
-  rc=$?
-  echo "$out"
-  line=$(echo "$out" | grep -E "^$prefix: [0-9]+ passed, [0-9]+ failed" | tail -1)
-  if [ -z "$line" ]; then
-    note "$label: no summary line"
-    failed=$((failed + 1))
-    return
-  fi
-  p=$(echo "$line" | sed -E "s/^$prefix: ([0-9]+) passed, ([0-9]+) failed.*/\\1/")
-  f=$(echo "$line" | sed -E "s/^$prefix: ([0-9]+) passed, ([0-9]+) failed.*/\\2/")
-  passed=$((passed + p))
-  failed=$((failed + f))
-  [ "$rc" -eq 0 ] || [ "$f" -gt 0 ] || { note "$label: exit $rc"; failed=$((failed + 1)); }
-}
 
 run_windows() {  # run_windows ARCH BUILD_DIR
   run_counted "Windows unit tests ($1) under Wine" wine-unit bash scripts/run-unit-tests-wine.sh "$2"

@@ -8,6 +8,7 @@
 #include "com/ComModule.h"
 #include "com/Registration.h"
 #include "platform/win32/ModuleHandle.h"
+#include "platform/win32/Win32Ports.h"
 
 using t4::com::ClassFactory;
 using t4::com::ComModule;
@@ -20,6 +21,7 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     case DLL_PROCESS_ATTACH:
       // The message table and the type library are resources of this DLL.
       t4::win32::SetModuleHandle(instance);
+      t4::win32::UseDefaultPorts();
       ::DisableThreadLibraryCalls(instance);
       break;
     case DLL_PROCESS_DETACH:

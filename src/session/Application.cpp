@@ -10,6 +10,7 @@
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
 #include "rules/Masterlist07.h"
+#include "rules/RulesComponent.h"
 #include "session/ItemReader.h"
 #include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
@@ -112,7 +113,7 @@ void Application::Initialize(std::shared_ptr<IClientApp> outlook) {
     ClientVersion::SelectFromText(client.Version());
     if (ClientVersion::Current().HasRules()) {
       rulesSupported_ = true;
-      rulesReader_ = Ports::Rules().CreateRulesReader();
+      rulesReader_ = RulesComponent::Create(Ports::Rules());
       ReadRules();
     }
   });

@@ -2,6 +2,8 @@
 
 #include <mutex>
 
+#include "support/RunTimeError.h"
+
 namespace t4 {
 
 namespace {
@@ -11,10 +13,20 @@ std::mutex& PortMutex() {
   return mutex;
 }
 
-template <class Port, class Factory>
-Port& Get(std::shared_ptr<Port>& slot, Factory create) {
+PlatformPorts& Platform() {
+  static PlatformPorts platform;
+  return platform;
+}
+
+template <class Port>
+Port& Get(std::shared_ptr<Port>& slot,
+          std::function<std::shared_ptr<Port>()> PlatformPorts::*factory) {
   std::lock_guard<std::mutex> lock(PortMutex());
-  if (!slot) slot = create();
+  if (!slot) {
+    const auto& create = Platform().*factory;
+    if (create) slot = create();
+  }
+  if (!slot) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
   return *slot;
 }
 
@@ -34,29 +46,34 @@ std::shared_ptr<IMessagePump> pump;
 
 }  // namespace
 
+void Ports::UsePlatform(PlatformPorts platform) {
+  std::lock_guard<std::mutex> lock(PortMutex());
+  Platform() = std::move(platform);
+}
+
 IShellPort& Ports::Shell() {
-  return Get(shell, CreatePlatformShellPort);
+  return Get(shell, &PlatformPorts::shell);
 }
 IFileHelper& Ports::Files() {
-  return Get(files, CreatePlatformFileHelper);
+  return Get(files, &PlatformPorts::files);
 }
 IStringResources& Ports::Strings() {
-  return Get(strings, CreatePlatformStringResources);
+  return Get(strings, &PlatformPorts::strings);
 }
 
 std::shared_ptr<IRegistryAccess> Ports::Registry() {
-  Get(registry, CreatePlatformRegistry);
+  Get(registry, &PlatformPorts::registry);
   std::lock_guard<std::mutex> lock(PortMutex());
   return registry;
 }
 IMapiLibrary& Ports::Mapi() {
-  return Get(mapi, CreatePlatformMapiLibrary);
+  return Get(mapi, &PlatformPorts::mapi);
 }
 IRulesLibrary& Ports::Rules() {
-  return Get(rules, CreatePlatformRulesLibrary);
+  return Get(rules, &PlatformPorts::rules);
 }
 IMessagePump& Ports::Pump() {
-  return Get(pump, CreatePlatformMessagePump);
+  return Get(pump, &PlatformPorts::pump);
 }
 
 void Ports::SetShell(std::shared_ptr<IShellPort> port) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "support/IFileHelper.h"
@@ -12,11 +13,30 @@
 
 namespace t4 {
 
-// Where the core finds its ports. Each port is created on first use by the
-// platform library linked in (posix or win32); tests may put their own in
-// and restore the default with nullptr.
+// How one platform makes its default ports, each the first time it is
+// needed. The platform libraries hand one out (posix::DefaultPorts,
+// win32::DefaultPorts); the core never names a platform.
+struct PlatformPorts {
+  std::function<std::shared_ptr<IShellPort>()> shell;
+  std::function<std::shared_ptr<IFileHelper>()> files;
+  std::function<std::shared_ptr<IStringResources>()> strings;
+  std::function<std::shared_ptr<IRegistryAccess>()> registry;
+  std::function<std::shared_ptr<IMapiLibrary>()> mapi;
+  std::function<std::shared_ptr<IRulesLibrary>()> rules;
+  std::function<std::shared_ptr<IMessagePump>()> pump;
+};
+
+// Where the core finds its ports. A port is the one put in with its setter,
+// else the platform's default, made on first use. Tests may put their own
+// in and go back to the default with nullptr. Asking for a port that has
+// neither raises "object variable not set" (91).
 class Ports {
  public:
+  // The platform whose defaults are used from now on. The host calls it
+  // once, before it uses the library: the DLL when it is loaded, a native
+  // program at start. Ports made by an earlier platform are kept.
+  static void UsePlatform(PlatformPorts platform);
+
   static IShellPort& Shell();
   static IFileHelper& Files();
   static IStringResources& Strings();
@@ -34,14 +54,5 @@ class Ports {
   static void SetRules(std::shared_ptr<IRulesLibrary> port);
   static void SetPump(std::shared_ptr<IMessagePump> port);
 };
-
-// Defined by the platform library: the default ports of this platform.
-std::shared_ptr<IShellPort> CreatePlatformShellPort();
-std::shared_ptr<IFileHelper> CreatePlatformFileHelper();
-std::shared_ptr<IStringResources> CreatePlatformStringResources();
-std::shared_ptr<IRegistryAccess> CreatePlatformRegistry();
-std::shared_ptr<IMapiLibrary> CreatePlatformMapiLibrary();
-std::shared_ptr<IRulesLibrary> CreatePlatformRulesLibrary();
-std::shared_ptr<IMessagePump> CreatePlatformMessagePump();
 
 }  // namespace t4

@@ -14,8 +14,10 @@
 #include <string>
 
 #include "ProfileGenerator.h"
+#include "platform/posix/PosixPorts.h"
 
 int main(int argc, char** argv) {
+  t4::posix::UseDefaultPorts();
   t4::tools::ProfileGenerator::Options options;
   std::string out;
   std::string list;

@@ -1,4 +1,5 @@
 #include "platform/posix/PosixFileHelper.h"
+#include "platform/posix/PosixPorts.h"
 
 #include <sys/stat.h>
 

@@ -1,5 +1,5 @@
+#include "platform/posix/PosixPorts.h"
 #include "support/IMessagePump.h"
-#include "support/Ports.h"
 
 namespace t4 {
 

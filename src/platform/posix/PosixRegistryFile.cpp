@@ -1,4 +1,5 @@
 #include "platform/posix/PosixRegistryFile.h"
+#include "platform/posix/PosixPorts.h"
 
 #include <fcntl.h>
 #include <stdio.h>

@@ -1,4 +1,5 @@
 #include "platform/posix/PosixShellPort.h"
+#include "platform/posix/PosixPorts.h"
 
 #include <locale.h>
 #include <sys/stat.h>

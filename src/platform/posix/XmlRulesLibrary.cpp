@@ -1,9 +1,10 @@
 #include "platform/posix/XmlRulesLibrary.h"
+#include "platform/posix/PosixPorts.h"
 
 #include <cstdlib>
 
 #include "platform/posix/PosixShellPort.h"
-#include "platform/posix/XmlRulesReader.h"
+#include "platform/posix/XmlRulesStorage.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
 #include "support/SpecialFolders.h"
@@ -25,9 +26,9 @@ std::filesystem::path XmlRulesLibrary::DefaultProfileDir() {
   return std::filesystem::path(Utf::ToUtf8(config)) / "Tandrel4" / "profile";
 }
 
-std::shared_ptr<IRulesReader> XmlRulesLibrary::CreateRulesReader() {
+std::shared_ptr<IRulesStorage> XmlRulesLibrary::CreateRulesStorage() {
   if (profileDir_.empty()) throw RunTimeError::Make(RunTimeError::kPathNotFound);
-  return std::make_shared<XmlRulesReader>(profileDir_);
+  return std::make_shared<XmlRulesStorage>(profileDir_);
 }
 
 }  // namespace posix

@@ -1,13 +1,13 @@
 #include <windows.h>
 
+#include "platform/win32/Win32Ports.h"
 #include "support/IMessagePump.h"
-#include "support/Ports.h"
 
 namespace t4 {
 
 namespace {
 
-// Visual Basic's DoEvents: the messages waiting in the thread's queue are
+// One DoEvents: the messages waiting in the thread's queue are
 // dispatched, then control returns. The count is bounded so that a window
 // that keeps posting to itself cannot hold the reader forever.
 class Win32MessagePump : public IMessagePump {

@@ -5,9 +5,10 @@
 
 #include "SessionFixture.h"
 #include "model/internal/ItemIndex.h"
+#include "platform/posix/PosixPorts.h"
 #include "platform/posix/XmlCategoryStore.h"
 #include "platform/posix/XmlRulesLibrary.h"
-#include "platform/posix/XmlRulesReader.h"
+#include "platform/posix/XmlRulesStorage.h"
 #include "platform/posix/XmlTestFiles.h"
 #include "support/ErrorObject.h"
 #include "support/Ports.h"
@@ -186,14 +187,14 @@ TEST(XmlRulesLibrary, IsThePlatformsRulesComponent) {
   auto library = CreatePlatformRulesLibrary();
   EXPECT_NE(dynamic_cast<posix::XmlRulesLibrary*>(library.get()), nullptr);
   posix::XmlRulesLibrary explicitFolder("/tmp/none");
-  EXPECT_NE(dynamic_cast<posix::XmlRulesReader*>(explicitFolder.CreateRulesReader().get()),
+  EXPECT_NE(dynamic_cast<posix::XmlRulesStorage*>(explicitFolder.CreateRulesStorage().get()),
             nullptr);
 }
 
 TEST(XmlRulesLibrary, NoProfileFolderRaisesPathNotFound) {
   posix::XmlRulesLibrary library{std::filesystem::path()};
   try {
-    library.CreateRulesReader();
+    library.CreateRulesStorage();
     FAIL() << "no error";
   } catch (const Error& e) {
     EXPECT_EQ(e.Number(), RunTimeError::kPathNotFound);

@@ -1,0 +1,86 @@
+#!/usr/bin/env bash
+# Fails when a source file of src/ includes a header of a layer above its
+# own. The layers, bottom up (docs/architecture.md):
+#   support <- model <- journal <- masterlist <- rules <- exchange <- session <- com
+# platform/posix and platform/win32 implement the ports of support and use
+# nothing else of the core; com (the Windows COM server) may use every
+# layer and platform/win32. Prints each climbing include and ends with
+# "layers: N passed, M failed" (one check per file, and one for the
+# check itself: it must catch a climbing include in a made-up tree).
+set -u
+cd "$(dirname "$0")/.."
+
+# The layers a file of each folder may include, its own included.
+allowed() {
+  case "$1" in
+    support) echo "support" ;;
+    model) echo "support model" ;;
+    journal) echo "support model journal" ;;
+    masterlist) echo "support model journal masterlist" ;;
+    rules) echo "support model journal masterlist rules" ;;
+    exchange) echo "support model journal masterlist rules exchange" ;;
+    session) echo "support model journal masterlist rules exchange session" ;;
+    com) echo "support model journal masterlist rules exchange session com platform/win32" ;;
+    platform/posix) echo "support platform/posix" ;;
+    platform/win32) echo "support platform/win32" ;;
+    *) echo "" ;;
+  esac
+}
+
+# The layer of a path below src/ ("platform/posix/X.h" -> "platform/posix"),
+# left in $layer.
+layer_of() {
+  case "$1" in
+    platform/*) layer=${1#platform/}; layer=platform/${layer%%/*} ;;
+    */*) layer=${1%%/*} ;;
+    *) layer="" ;;
+  esac
+}
+
+check_tree() {  # check_tree ROOT; sets passed and failed
+  passed=0
+  failed=0
+  local file rel own ok_layers inc bad
+  while IFS= read -r file; do
+    rel=${file#"$1"/src/}
+    layer_of "$rel"
+    own=$layer
+    ok_layers=$(allowed "$own")
+    [ -n "$ok_layers" ] || continue  # generated files and build scripts
+    bad=0
+    # Quoted includes with a folder; same-folder and system headers pass.
+    while IFS= read -r inc; do
+      layer_of "$inc"
+      [ -n "$layer" ] && [ -n "$(allowed "$layer")" ] || continue  # not a layer of src/
+      case " $ok_layers " in
+        *" $layer "*) ;;
+        *)
+          echo "layers: ${file#"$1"/} includes $inc ($own may not use $layer)"
+          bad=1
+          ;;
+      esac
+    done < <(sed -n 's/^[[:space:]]*#[[:space:]]*include[[:space:]]*"\([^"]*\/[^"]*\)".*/\1/p' "$file")
+    if [ "$bad" -eq 0 ]; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
+  done < <(cd "$1" && find src -name '*.h' -o -name '*.cpp' | sort | sed "s|^|$1/|")
+}
+
+# The check itself: a made-up tree with one climbing include and one that
+# goes down must give exactly one failure.
+self=$(mktemp -d)
+mkdir -p "$self/src/model" "$self/src/support"
+printf '#include "session/Application.h"\n' >"$self/src/model/Climbs.cpp"
+printf '#include "support/Utf.h"\n' >"$self/src/model/GoesDown.cpp"
+check_tree "$self" >/dev/null
+self_ok=0
+[ "$passed" -eq 1 ] && [ "$failed" -eq 1 ] && self_ok=1
+rm -rf "$self"
+
+check_tree "$(pwd)"
+if [ "$self_ok" -eq 1 ]; then
+  passed=$((passed + 1))
+else
+  echo "layers: the check missed the climbing include of its own test tree"
+  failed=$((failed + 1))
+fi
+echo "layers: $passed passed, $failed failed"
+[ "$failed" -eq 0 ]

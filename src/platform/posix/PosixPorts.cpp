@@ -1,0 +1,21 @@
+#include "platform/posix/PosixPorts.h"
+
+namespace t4::posix {
+
+PlatformPorts DefaultPorts() {
+  PlatformPorts ports;
+  ports.shell = CreatePlatformShellPort;
+  ports.files = CreatePlatformFileHelper;
+  ports.strings = CreatePlatformStringResources;
+  ports.registry = CreatePlatformRegistry;
+  ports.mapi = CreatePlatformMapiLibrary;
+  ports.rules = CreatePlatformRulesLibrary;
+  ports.pump = CreatePlatformMessagePump;
+  return ports;
+}
+
+void UseDefaultPorts() {
+  Ports::UsePlatform(DefaultPorts());
+}
+
+}  // namespace t4::posix

@@ -1,0 +1,21 @@
+#include "platform/win32/Win32Ports.h"
+
+namespace t4::win32 {
+
+PlatformPorts DefaultPorts() {
+  PlatformPorts ports;
+  ports.shell = CreatePlatformShellPort;
+  ports.files = CreatePlatformFileHelper;
+  ports.strings = CreatePlatformStringResources;
+  ports.registry = CreatePlatformRegistry;
+  ports.mapi = CreatePlatformMapiLibrary;
+  ports.rules = CreatePlatformRulesLibrary;
+  ports.pump = CreatePlatformMessagePump;
+  return ports;
+}
+
+void UseDefaultPorts() {
+  Ports::UsePlatform(DefaultPorts());
+}
+
+}  // namespace t4::win32

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+
+#include "support/Ports.h"
+
+namespace t4 {
+
+// The default ports of this platform, each made when first needed.
+std::shared_ptr<IShellPort> CreatePlatformShellPort();
+std::shared_ptr<IFileHelper> CreatePlatformFileHelper();
+std::shared_ptr<IStringResources> CreatePlatformStringResources();
+std::shared_ptr<IRegistryAccess> CreatePlatformRegistry();
+std::shared_ptr<IMapiLibrary> CreatePlatformMapiLibrary();
+std::shared_ptr<IRulesLibrary> CreatePlatformRulesLibrary();
+std::shared_ptr<IMessagePump> CreatePlatformMessagePump();
+
+namespace win32 {
+
+// All of them, for Ports::UsePlatform.
+PlatformPorts DefaultPorts();
+// Ports::UsePlatform(DefaultPorts()): what a host of the library on this
+// platform calls once at start.
+void UseDefaultPorts();
+
+}  // namespace win32
+
+}  // namespace t4
