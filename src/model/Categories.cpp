@@ -6,6 +6,7 @@
 #include "model/ApplicationContext.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
+#include "support/Attempt.h"
 #include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/HandleTable.h"
@@ -144,20 +145,11 @@ std::shared_ptr<Category> Categories::Add(std::u16string& name, bool inMasterlis
 
 void Categories::Delete(const ItemIndex& index) {
   std::shared_ptr<Category> category;
-  try {
-    category = index.In(categories_);
-  } catch (...) {
-  }
+  Attempt([&] { category = index.In(categories_); });
   if (!category) return;
   // Every step is attempted; any failure only suppresses the event.
   bool failed = false;
-  auto step = [&](auto&& f) {
-    try {
-      f();
-    } catch (...) {
-      failed = true;
-    }
-  };
+  auto step = [&](auto&& f) { failed |= !Attempt(f); };
   const std::u16string key = Utf::Decimal(category->ID());
   step([&] {
     categories_.Remove(category->ID());
@@ -321,11 +313,8 @@ void Categories::Fire(bool enabled, F&& call) {
   // event: walk a copy of the list.
   const auto sinks = sinks_;
   for (const auto& [cookie, sink] : sinks) {
-    try {
-      call(*sink);
-    } catch (...) {
-      // The raiser ignores what a subscriber throws.
-    }
+    // The raiser ignores what a subscriber throws.
+    Attempt([&] { call(*sink); });
   }
 }
 

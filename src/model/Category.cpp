@@ -3,6 +3,7 @@
 #include "model/ApplicationContext.h"
 #include "model/Categories.h"
 #include "model/OutlookItem.h"
+#include "support/Attempt.h"
 #include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/ErrorObject.h"
@@ -257,11 +258,10 @@ void Category::SetMembers(std::shared_ptr<Members> members, std::shared_ptr<Memb
 }
 
 void Category::SetMembersChanged() {
-  try {
+  Attempt([&] {
     members_->ForEach(
         [](int32_t, const std::shared_ptr<OutlookItem>& item) { item->SetChanged(true); });
-  } catch (...) {
-  }
+  });
 }
 
 void Category::AddAction(const std::u16string& property, PropertyValue oldValue) {

@@ -6,6 +6,7 @@
 #include "model/Categories.h"
 #include "model/Category.h"
 #include "model/OutlookItems.h"
+#include "support/Attempt.h"
 #include "support/ErrorFrame.h"
 #include "support/ErrorObject.h"
 #include "support/HandleTable.h"
@@ -13,20 +14,6 @@
 #include "support/TextCase.h"
 
 namespace t4 {
-
-namespace {
-
-// Every step of the membership operations is attempted; a failing step is
-// ignored and the next one runs.
-template <class F>
-void Ignoring(F&& step) {
-  try {
-    step();
-  } catch (...) {
-  }
-}
-
-}  // namespace
 
 void OutlookItem::Init(int32_t parentHandle, const std::u16string&) {
   parent_ = HandleTable::Resolve<OutlookItems>(parentHandle);
@@ -90,12 +77,8 @@ std::shared_ptr<IMapiMessage> OutlookItem::GetRedemptionItem() const {
     std::shared_ptr<IMapiMessage> message;
     const auto app = ResolveOwners().app;
     if (auto store = app ? app->StoreOf(StoreID()) : nullptr) {
-      try {
-        message = store->GetMessageFromID(EntryID());
-      } catch (...) {
-        // A message deleted or moved since the read: not found.
-        message.reset();
-      }
+      // A message deleted or moved since the read: not found.
+      if (!Attempt([&] { message = store->GetMessageFromID(EntryID()); })) message.reset();
     }
     if (!message) ErrorObject::RaiseCode(cmItemNotFound);
     return message;
@@ -107,16 +90,10 @@ std::shared_ptr<IClientObject> OutlookItem::GetOutlookItem() const {
     const auto app = ResolveOwners().app;
     auto outlook = RunTimeError::Require(app ? app->OutlookApp() : nullptr);
     std::shared_ptr<IClientObject> item;
-    try {
-      item = outlook->GetItemFromID(EntryID(), u"");
-    } catch (...) {
-      // Outlook finds items of other stores only with the store's identifier.
-    }
+    // Outlook finds items of other stores only with the store's identifier.
+    Attempt([&] { item = outlook->GetItemFromID(EntryID(), u""); });
     if (!item) {
-      try {
-        item = outlook->GetItemFromID(EntryID(), StoreID());
-      } catch (...) {
-      }
+      Attempt([&] { item = outlook->GetItemFromID(EntryID(), StoreID()); });
     }
     if (!item) ErrorObject::RaiseCode(cmItemNotFound);
     return item;
@@ -213,13 +190,13 @@ void OutlookItem::AddWith(const std::shared_ptr<Category>& category, const Owner
   const bool wasEmpty = categories_.empty();
   categories_.push_back(id);
   MarkChanged(owners);
-  Ignoring([&] {
+  Attempt([&] {
     if (!owners.JournalSuppressed()) AddAction(owners, id, Action::kAdded);
   });
   if (!owners.self) return;
-  Ignoring([&] { category->AddMember(owners.self, owners.cats); });
+  Attempt([&] { category->AddMember(owners.self, owners.cats); });
   if (wasEmpty && !moving_) {
-    Ignoring([&] {
+    Attempt([&] {
       if (auto def = owners.Default()) def->RemoveMember(owners.self, owners.cats);
     });
   }
@@ -250,11 +227,11 @@ void OutlookItem::RemoveAt(size_t at, const Owners& owners) {
   const int32_t id = categories_[at];
   categories_.EraseAt(at);
   MarkChanged(owners);
-  Ignoring([&] {
+  Attempt([&] {
     if (!owners.JournalSuppressed()) AddAction(owners, id, Action::kRemoved);
   });
   if (!owners.self) return;
-  Ignoring([&] {
+  Attempt([&] {
     if (!owners.cats) return;
     const std::shared_ptr<Category>& found = owners.cats->Lookup(id);
     if (!found) return;
@@ -264,7 +241,7 @@ void OutlookItem::RemoveAt(size_t at, const Owners& owners) {
     held->RemoveMember(owners.self, owners.cats);
   });
   if (!moving_ && categories_.empty()) {
-    Ignoring([&] {
+    Attempt([&] {
       if (auto def = owners.Default()) def->AddMember(owners.self, owners.cats);
     });
   }
@@ -278,7 +255,7 @@ bool OutlookItem::Reattach(const std::shared_ptr<Category>& category, const Owne
   MarkChanged(owners);
   // No journal entry: this only runs while a replay is under way.
   if (wasEmpty && !moving_ && owners.self) {
-    Ignoring([&] {
+    Attempt([&] {
       if (auto def = owners.Default()) def->RemoveMember(owners.self, owners.cats);
     });
   }

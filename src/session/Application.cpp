@@ -12,25 +12,13 @@
 #include "rules/Masterlist07.h"
 #include "rules/RulesComponent.h"
 #include "session/ItemReader.h"
+#include "support/Attempt.h"
 #include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
 
 namespace t4 {
-
-namespace {
-
-template <class F>
-void Attempt(F&& step) {
-  try {
-    step();
-  } catch (...) {
-    // Construction and Terminate attempt every step whatever failed before.
-  }
-}
-
-}  // namespace
 
 std::shared_ptr<Application> Application::Create() {
   auto app = std::make_shared<Application>();

@@ -1,5 +1,6 @@
 #include "session/FolderValidation.h"
 
+#include "support/Attempt.h"
 #include "support/Ports.h"
 
 namespace t4 {
@@ -15,15 +16,9 @@ constexpr int32_t kInbox = 6;
 // The special-folder identifiers, from the first folder that carries them.
 MapiValue AdditionalRenEntryIds(IMapiUtils& utils, IMapiStore& store) {
   std::shared_ptr<IMapiFolder> holders[2];
-  try {
-    holders[0] = store.GetDefaultFolder(kInbox);
-  } catch (...) {
-    // A store without an Inbox (a public or archive store) still has a root.
-  }
-  try {
-    holders[1] = store.RootFolder();
-  } catch (...) {
-  }
+  // A store without an Inbox (a public or archive store) still has a root.
+  Attempt([&] { holders[0] = store.GetDefaultFolder(kInbox); });
+  Attempt([&] { holders[1] = store.RootFolder(); });
   for (const auto& holder : holders) {
     if (!holder) continue;
     try {

@@ -4,6 +4,7 @@
 #include "model/Category.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
+#include "support/Attempt.h"
 #include "support/ErrorFrame.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
@@ -217,11 +218,8 @@ std::shared_ptr<IMapiStore> ItemReader::AddStore(std::shared_ptr<IMapiStore> sto
 
 void ItemReader::ReleaseTable(std::shared_ptr<IMapiTable>& table) {
   if (!table) return;
-  try {
-    table->SetItem(nullptr);
-  } catch (...) {
-    // The table goes all the same.
-  }
+  // The table goes all the same.
+  Attempt([&] { table->SetItem(nullptr); });
   table.reset();
 }
 
