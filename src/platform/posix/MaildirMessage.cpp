@@ -9,6 +9,7 @@
 #include <system_error>
 #include <vector>
 
+#include "platform/posix/Directories.h"
 #include "platform/posix/KeywordsField.h"
 #include "platform/posix/MaildirEntryId.h"
 #include "platform/posix/MaildirStore.h"
@@ -132,8 +133,7 @@ void MaildirMessage::Save() {
   // tmp/ of the same folder: same file system, so the rename is atomic,
   // and Maildir readers ignore what is there.
   const std::filesystem::path tmpDir = store_->FolderDir(folderName_) / "tmp";
-  std::error_code ignored;
-  std::filesystem::create_directories(tmpDir, ignored);
+  Directories::Make(tmpDir, 0777);
   std::string temp = (tmpDir / (unique_ + ".tandrel4.XXXXXX")).string();
   const int fd = ::mkstemp(temp.data());
   if (fd < 0) Fail(path, errno);

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "platform/posix/Directories.h"
 #include "platform/posix/ProfileLock.h"
 #include "platform/posix/RegistryScript.h"
 #include "platform/posix/XmlRulesLibrary.h"
@@ -34,16 +35,6 @@ namespace {
                       Utf::FromUtf8(std::generic_category().message(error)) + u")");
   e.SetLastDllError(error);
   throw e;
-}
-
-void MakeDirectories(const std::string& path) {
-  for (size_t pos = 1; pos <= path.size(); ++pos) {
-    if (pos == path.size() || path[pos] == '/') {
-      // The registry is the user's own; folders made for it are private.
-      const std::string part = path.substr(0, pos);
-      if (::mkdir(part.c_str(), 0700) != 0 && errno != EEXIST) return;
-    }
-  }
 }
 
 // The temporary file of a write: closed and, unless it was renamed into
@@ -168,7 +159,8 @@ void PosixRegistryFile::Store(const std::string& bytes) const {
   const std::string folder =
       slash == std::string::npos ? "." : (slash == 0 ? "/" : target.substr(0, slash));
   const std::string base = slash == std::string::npos ? target : target.substr(slash + 1);
-  MakeDirectories(folder);
+  // The registry is the user's own; folders made for it are private.
+  posix::Directories::Make(folder, 0700);
 
   // Same folder, so the rename below stays on one file system and is atomic.
   std::string pattern = folder + "/." + base + ".XXXXXX";

@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/posix/Directories.h"
 #include "platform/posix/ProfileLock.h"
 #include "platform/posix/XmlShapeCheck.h"
 #include "support/ErrorObject.h"
@@ -87,8 +88,7 @@ bool WriteAll(int fd, const std::string& bytes) {
 void WriteAtomically(const std::filesystem::path& path, const std::string& bytes) {
   const auto fail = [&] { ErrorObject::RaiseCode(cmCreateFile, {PathText(path)}); };
   const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
-  std::error_code ignored;
-  std::filesystem::create_directories(folder, ignored);
+  Directories::Make(folder, 0777);
   std::string temp = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
   const int fd = ::mkstemp(temp.data());
   if (fd < 0) fail();
