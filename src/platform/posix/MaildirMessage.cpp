@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "platform/posix/Directories.h"
+#include "platform/posix/FileBytes.h"
+#include "platform/posix/FileError.h"
 #include "platform/posix/KeywordsField.h"
 #include "platform/posix/MaildirEntryId.h"
 #include "platform/posix/MaildirStore.h"
@@ -24,33 +26,7 @@ namespace t4::posix {
 namespace {
 
 [[noreturn]] void Fail(const std::filesystem::path& path, int error) {
-  int32_t number = RunTimeError::kPathFileAccessError;
-  if (error == EACCES || error == EPERM || error == EROFS) number = RunTimeError::kPermissionDenied;
-  if (error == ENOSPC || error == EDQUOT) number = RunTimeError::kDiskFull;
-  Error e(number, RunTimeError::Text(number) + u" (" + Utf::FromUtf8(path.string()) + u": " +
-                      Utf::FromUtf8(std::generic_category().message(error)) + u")");
-  e.SetLastDllError(error);
-  throw e;
-}
-
-bool ReadWhole(const std::filesystem::path& path, std::string& bytes, struct stat& info) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return false;
-  bool ok = ::fstat(fd, &info) == 0;
-  if (ok) {
-    bytes.clear();
-    bytes.reserve(static_cast<size_t>(info.st_size));
-    std::vector<char> buffer(1 << 16);
-    for (;;) {
-      const ssize_t got = ::read(fd, buffer.data(), buffer.size());
-      if (got < 0 && errno == EINTR) continue;
-      if (got < 0) ok = false;
-      if (got <= 0) break;
-      bytes.append(buffer.data(), static_cast<size_t>(got));
-    }
-  }
-  ::close(fd);
-  return ok;
+  FileError::Raise(FileError::Family::kRunTime, path, error);
 }
 
 std::string Trim(const std::string& text) {
@@ -123,7 +99,9 @@ void MaildirMessage::Save() {
   const std::filesystem::path path = CurrentPath();
   std::string bytes;
   struct stat info {};
-  if (path.empty() || !ReadWhole(path, bytes, info)) ErrorObject::RaiseCode(cmItemNotFound);
+  if (path.empty() || FileBytes::Read(path, bytes, &info) != 0) {
+    ErrorObject::RaiseCode(cmItemNotFound);
+  }
   const std::string changed = KeywordsField::Replace(bytes, names);
   if (changed == bytes) {
     pending_.reset();

@@ -14,6 +14,8 @@
 #include <vector>
 
 #include "platform/posix/Directories.h"
+#include "platform/posix/FileBytes.h"
+#include "platform/posix/FileError.h"
 #include "platform/posix/ProfileLock.h"
 #include "platform/posix/RegistryScript.h"
 #include "platform/posix/XmlRulesLibrary.h"
@@ -25,16 +27,8 @@ namespace t4 {
 
 namespace {
 
-// The run-time error closest to the system's reason, which the description
-// carries in parentheses together with the file.
 [[noreturn]] void Fail(const std::string& path, int error) {
-  int32_t number = RunTimeError::kPathFileAccessError;
-  if (error == EACCES || error == EPERM || error == EROFS) number = RunTimeError::kPermissionDenied;
-  if (error == ENOSPC || error == EDQUOT) number = RunTimeError::kDiskFull;
-  Error e(number, RunTimeError::Text(number) + u" (" + Utf::FromUtf8(path) + u": " +
-                      Utf::FromUtf8(std::generic_category().message(error)) + u")");
-  e.SetLastDllError(error);
-  throw e;
+  posix::FileError::Raise(posix::FileError::Family::kRunTime, path, error);
 }
 
 // The temporary file of a write: closed and, unless it was renamed into
@@ -113,30 +107,9 @@ std::string PosixRegistryFile::Folder() const {
 }
 
 std::optional<std::string> PosixRegistryFile::Load() const {
-  const int fd = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) {
-    if (errno == ENOENT) return std::nullopt;
-    Fail(path_, errno);
-  }
   std::string bytes;
-  int error = 0;
-  struct stat info {};
-  if (::fstat(fd, &info) != 0) {
-    error = errno;
-  } else if (S_ISDIR(info.st_mode)) {
-    error = EISDIR;
-  } else {
-    bytes.reserve(static_cast<size_t>(info.st_size));
-    std::vector<char> buffer(1 << 16);
-    for (;;) {
-      const ssize_t got = ::read(fd, buffer.data(), buffer.size());
-      if (got < 0 && errno == EINTR) continue;
-      if (got < 0) error = errno;
-      if (got <= 0) break;
-      bytes.append(buffer.data(), static_cast<size_t>(got));
-    }
-  }
-  ::close(fd);
+  const int error = posix::FileBytes::Read(path_, bytes);
+  if (error == ENOENT) return std::nullopt;
   if (error != 0) Fail(path_, error);
   return bytes;
 }

@@ -4,11 +4,10 @@
 #include <time.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "platform/posix/Directories.h"
+#include "platform/posix/FileBytes.h"
 #include "platform/posix/IniFileReader.h"
 #include "support/Ports.h"
 #include "support/SpecialFolders.h"
@@ -58,11 +57,8 @@ std::u16string PosixShellPort::SpecialFolderPath(int32_t csidl) {
 
 std::u16string PosixShellPort::IniValue(const std::u16string& file, const std::u16string& section,
                                         const std::u16string& key) {
-  std::ifstream in(Utf::ToUtf8(file), std::ios::binary);
-  if (!in) return u"";
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return IniFileReader::Lookup(IniFileReader::Decode(bytes.str()), section, key);
+  const std::string bytes = posix::FileBytes::ReadOrEmpty(Utf::ToUtf8(file));
+  return IniFileReader::Lookup(IniFileReader::Decode(bytes), section, key);
 }
 
 std::u16string PosixShellPort::NowShortDateTime() {

@@ -17,6 +17,8 @@
 #include <vector>
 
 #include "platform/posix/Directories.h"
+#include "platform/posix/FileBytes.h"
+#include "platform/posix/FileError.h"
 #include "platform/posix/ProfileLock.h"
 #include "platform/posix/XmlShapeCheck.h"
 #include "support/ErrorObject.h"
@@ -47,26 +49,9 @@ bool LooksLikeUtf16(const std::string& bytes) {
 
 // Reads the whole file; false when it does not exist (any more).
 bool ReadBytes(const std::filesystem::path& path, std::string& bytes) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) {
-    if (errno == ENOENT) return false;
-    throw RunTimeError::Make(errno == EACCES || errno == EPERM
-                                 ? RunTimeError::kPermissionDenied
-                                 : RunTimeError::kPathFileAccessError);
-  }
-  bytes.clear();
-  char chunk[65536];
-  for (;;) {
-    const ssize_t got = ::read(fd, chunk, sizeof chunk);
-    if (got == 0) break;
-    if (got < 0) {
-      if (errno == EINTR) continue;
-      ::close(fd);
-      throw RunTimeError::Make(RunTimeError::kPathFileAccessError);
-    }
-    bytes.append(chunk, static_cast<size_t>(got));
-  }
-  ::close(fd);
+  const int error = FileBytes::Read(path, bytes);
+  if (error == ENOENT) return false;
+  if (error != 0) throw RunTimeError::Make(FileError::RunTimeNumber(error));
   return true;
 }
 
