@@ -3,10 +3,8 @@
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 #include <vector>
 
 #include "platform/posix/Directories.h"
@@ -17,8 +15,8 @@
 #include "platform/posix/MaildirStore.h"
 #include "platform/posix/MessageHeaders.h"
 #include "platform/posix/ProfileLock.h"
+#include "platform/posix/StagedFile.h"
 #include "support/ErrorObject.h"
-#include "support/RunTimeError.h"
 #include "support/Utf.h"
 
 namespace t4::posix {
@@ -112,49 +110,33 @@ void MaildirMessage::Save() {
   // and Maildir readers ignore what is there.
   const std::filesystem::path tmpDir = store_->FolderDir(folderName_) / "tmp";
   Directories::Make(tmpDir, 0777);
-  std::string temp = (tmpDir / (unique_ + ".tandrel4.XXXXXX")).string();
-  const int fd = ::mkstemp(temp.data());
-  if (fd < 0) Fail(path, errno);
-  bool placed = false;
-  int error = 0;
-  if (::fchmod(fd, info.st_mode & 07777) != 0) error = errno;
-  size_t written = 0;
-  while (error == 0 && written < changed.size()) {
-    const ssize_t put = ::write(fd, changed.data() + written, changed.size() - written);
-    if (put < 0 && errno == EINTR) continue;
-    if (put < 0) error = errno;
-    if (put > 0) written += static_cast<size_t>(put);
-  }
-  if (error == 0 && ::fsync(fd) != 0) error = errno;
-  if (::close(fd) != 0 && error == 0) error = errno;
-  if (error == 0) {
-    // Swap the new file in rather than rename over the name: the swap
-    // fails when a mail program moved or removed the message meanwhile, so
-    // a message that is gone never comes back under its old name. The old
-    // bytes end up under the temporary name and go.
-    if (::renameat2(AT_FDCWD, temp.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) == 0) {
-      ::unlink(temp.c_str());
-      placed = true;
-    } else if (errno == ENOENT) {
-      ::unlink(temp.c_str());
-      ErrorObject::RaiseCode(cmItemNotFound);
-    } else if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP) {
+  StagedFile staged;
+  int error = staged.Create(tmpDir, unique_ + ".tandrel4.");
+  if (error != 0) Fail(path, error);
+  error = staged.Fill(changed, info.st_mode & 07777);
+  // Swap the new file in rather than rename over the name: the swap fails
+  // when a mail program moved or removed the message meanwhile, so a
+  // message that is gone never comes back under its old name. The old
+  // bytes end up under the staged name and go with it.
+  const char* stagedName = staged.Path().c_str();
+  if (error == 0 &&
+      ::renameat2(AT_FDCWD, stagedName, AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0) {
+    const int swapError = errno;
+    if (swapError == ENOENT) ErrorObject::RaiseCode(cmItemNotFound);
+    if (swapError == EINVAL || swapError == ENOSYS || swapError == EOPNOTSUPP) {
       // A file system that cannot swap: look, then rename over the name.
       struct stat still {};
-      if (::stat(path.c_str(), &still) != 0) {
-        ::unlink(temp.c_str());
-        ErrorObject::RaiseCode(cmItemNotFound);
+      if (::stat(path.c_str(), &still) != 0) ErrorObject::RaiseCode(cmItemNotFound);
+      if (::rename(stagedName, path.c_str()) == 0) {
+        staged.Placed();
+      } else {
+        error = errno;
       }
-      if (::rename(temp.c_str(), path.c_str()) != 0) error = errno;
-      placed = error == 0;
     } else {
-      error = errno;
+      error = swapError;
     }
   }
-  if (!placed) {
-    ::unlink(temp.c_str());
-    Fail(path, error);
-  }
+  if (error != 0) Fail(path, error);
   // The folder is not synced: that made a save two to ten times slower
   // (bench/MaildirBench.cpp, docs/benchmarks.md), and a save whose swap a
   // power loss undoes only leaves the message with its old categories,
