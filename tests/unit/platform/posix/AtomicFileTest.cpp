@@ -1,18 +1,19 @@
 #include "platform/posix/AtomicFile.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "ErrorNumber.h"
 #include "platform/posix/Directories.h"
 #include "platform/posix/FileBytes.h"
+#include "platform/posix/FileSizeLimit.h"
+#include "platform/posix/FolderView.h"
 #include "platform/posix/TempConfigDirs.h"
 #include "support/Error.h"
 #include "support/ErrorObject.h"
@@ -22,21 +23,14 @@ namespace t4::posix {
 namespace {
 
 using Family = FileError::Family;
+using test::FolderView;
+using test::NumberOf;
 
-std::vector<std::string> Entries(const std::string& folder) {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    names.push_back(entry.path().filename().string());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
-mode_t ModeOf(const std::string& path) {
-  struct stat info {};
-  EXPECT_EQ(::stat(path.c_str(), &info), 0) << path;
-  return info.st_mode & 07777;
-}
+// The error each family raises for one kind of failure.
+struct Expected {
+  Family family;
+  int32_t number;
+};
 
 TEST(AtomicFile, ANewFileIsTheUsersOnly) {
   test::TempConfigDirs dirs;
@@ -47,9 +41,9 @@ TEST(AtomicFile, ANewFileIsTheUsersOnly) {
     const std::string path = folder + "/sub/file";
     AtomicFile::Write(path, "bytes", family);
     EXPECT_EQ(FileBytes::ReadOrEmpty(path), "bytes");
-    EXPECT_EQ(ModeOf(path), 0600u);
-    EXPECT_EQ(ModeOf(folder), 0700u);  // missing folders are made private too
-    EXPECT_EQ(Entries(folder + "/sub"), std::vector<std::string>{"file"});
+    EXPECT_EQ(FolderView::ModeOf(path), 0600u);
+    EXPECT_EQ(FolderView::ModeOf(folder), 0700u);  // missing folders are made private too
+    EXPECT_EQ(FolderView::Names(folder + "/sub"), std::vector<std::string>{"file"});
   }
   ::umask(old);
 }
@@ -70,7 +64,7 @@ TEST(AtomicFile, AFileThatExistsKeepsItsModeAndIsReplaced) {
     EXPECT_EQ(after.st_mode & 07777, mode);
     EXPECT_EQ(FileBytes::ReadOrEmpty(path), "new");
   }
-  EXPECT_EQ(Entries(dirs.UserDir()), std::vector<std::string>{"file"});
+  EXPECT_EQ(FolderView::Names(dirs.UserDir()), std::vector<std::string>{"file"});
 }
 
 TEST(AtomicFile, ALinkStaysALinkAndItsTargetIsReplaced) {
@@ -86,9 +80,9 @@ TEST(AtomicFile, ALinkStaysALinkAndItsTargetIsReplaced) {
   AtomicFile::Write(link, "new", Family::kRunTime);
   EXPECT_TRUE(std::filesystem::is_symlink(link));
   EXPECT_EQ(FileBytes::ReadOrEmpty(target), "new");
-  EXPECT_EQ(ModeOf(target), 0640u);
+  EXPECT_EQ(FolderView::ModeOf(target), 0640u);
   // The temporary file was made next to the target, and is gone.
-  EXPECT_EQ(Entries(dirs.UserDir() + "/data"), std::vector<std::string>{"target"});
+  EXPECT_EQ(FolderView::Names(dirs.UserDir() + "/data"), std::vector<std::string>{"target"});
 }
 
 TEST(AtomicFile, ALinkToNothingIsReplacedByTheFile) {
@@ -109,12 +103,8 @@ TEST(AtomicFile, AReadOnlyFolderKeepsTheOldFile) {
   ASSERT_EQ(::chmod(folder.c_str(), 0500), 0);
   const bool binds = ::access(folder.c_str(), W_OK) != 0;
   if (binds) {
-    struct Case {
-      Family family;
-      int32_t number;
-    };
-    for (const Case& c : {Case{Family::kRunTime, RunTimeError::kPermissionDenied},
-                          Case{Family::kCreateFile, cmCreateFile}}) {
+    for (const Expected& c : {Expected{Family::kRunTime, RunTimeError::kPermissionDenied},
+                              Expected{Family::kCreateFile, cmCreateFile}}) {
       SCOPED_TRACE(c.number);
       try {
         AtomicFile::Write(path, "new", c.family);
@@ -124,7 +114,7 @@ TEST(AtomicFile, AReadOnlyFolderKeepsTheOldFile) {
         EXPECT_NE(std::string(e.what()).find(path), std::string::npos) << e.what();
       }
       EXPECT_EQ(FileBytes::ReadOrEmpty(path), "old");
-      EXPECT_EQ(Entries(folder), std::vector<std::string>{"file"});
+      EXPECT_EQ(FolderView::Names(folder), std::vector<std::string>{"file"});
     }
   }
   ::chmod(folder.c_str(), 0700);
@@ -137,51 +127,32 @@ TEST(AtomicFile, AWriteThatBreaksOffKeepsTheOldFile) {
   test::TempConfigDirs dirs;
   const std::string path = dirs.UserDir() + "/file";
   test::TempConfigDirs::WriteFile(path, "old");
-  struct rlimit old {};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &old), 0);
-  struct rlimit small = old;
-  small.rlim_cur = 64 * 1024;
-  void (*oldHandler)(int) = ::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-  int32_t number = 0;
   int32_t lastDllError = 0;
-  try {
-    AtomicFile::Write(path, std::string(1 << 20, 'x'), Family::kRunTime);
-  } catch (const Error& e) {
-    number = e.Number();
-    lastDllError = e.LastDllError();
+  {
+    const test::FileSizeLimit limit(64 * 1024);
+    try {
+      AtomicFile::Write(path, std::string(1 << 20, 'x'), Family::kRunTime);
+      ADD_FAILURE() << "no error";
+    } catch (const Error& e) {
+      EXPECT_EQ(e.Number(), RunTimeError::kPathFileAccessError);
+      lastDllError = e.LastDllError();
+    }
   }
-  ::setrlimit(RLIMIT_FSIZE, &old);
-  ::signal(SIGXFSZ, oldHandler);
-  EXPECT_EQ(number, RunTimeError::kPathFileAccessError);
   EXPECT_EQ(lastDllError, EFBIG);
   EXPECT_EQ(FileBytes::ReadOrEmpty(path), "old");
-  EXPECT_EQ(Entries(dirs.UserDir()), std::vector<std::string>{"file"});
+  EXPECT_EQ(FolderView::Names(dirs.UserDir()), std::vector<std::string>{"file"});
 }
 
-TEST(AtomicFile, AFolderWhereTheFolderShouldBeIsAnError) {
+TEST(AtomicFile, AFileWhereTheFolderShouldBeIsAnError) {
   test::TempConfigDirs dirs;
   test::TempConfigDirs::WriteFile(dirs.UserDir() + "/plain", "a file, not a folder");
   const std::string path = dirs.UserDir() + "/plain/file";
-  struct Case {
-    Family family;
-    int32_t number;
-  };
-  for (const Case& c : {Case{Family::kRunTime, RunTimeError::kPathFileAccessError},
-                        Case{Family::kCreateFile, cmCreateFile}}) {
+  for (const Expected& c : {Expected{Family::kRunTime, RunTimeError::kPathFileAccessError},
+                            Expected{Family::kCreateFile, cmCreateFile}}) {
     SCOPED_TRACE(c.number);
-    EXPECT_THROW(
-        {
-          try {
-            AtomicFile::Write(path, "x", c.family);
-          } catch (const Error& e) {
-            EXPECT_EQ(e.Number(), c.number);
-            throw;
-          }
-        },
-        Error);
+    EXPECT_EQ(NumberOf([&] { AtomicFile::Write(path, "x", c.family); }), c.number);
   }
-  EXPECT_EQ(Entries(dirs.UserDir()), std::vector<std::string>{"plain"});
+  EXPECT_EQ(FolderView::Names(dirs.UserDir()), std::vector<std::string>{"plain"});
 }
 
 }  // namespace

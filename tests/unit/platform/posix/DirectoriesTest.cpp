@@ -8,16 +8,13 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/posix/FolderView.h"
 #include "platform/posix/TempConfigDirs.h"
 
 namespace t4::posix {
 namespace {
 
-mode_t ModeOf(const std::string& path) {
-  struct stat info {};
-  EXPECT_EQ(::stat(path.c_str(), &info), 0) << path;
-  return info.st_mode & 07777;
-}
+using test::FolderView;
 
 TEST(Directories, MakesTheFolderAndItsParents) {
   test::TempConfigDirs dirs;
@@ -39,9 +36,9 @@ TEST(Directories, MakesTheFolderAndItsParents) {
     EXPECT_TRUE(std::filesystem::is_directory(c.path));
   }
   ::umask(old);
-  EXPECT_EQ(ModeOf(dirs.UserDir() + "/a"), 0700u);
-  EXPECT_EQ(ModeOf(dirs.UserDir() + "/a/b/c"), 0700u);
-  EXPECT_EQ(ModeOf(dirs.UserDir() + "/d/e"), 0755u);
+  EXPECT_EQ(FolderView::ModeOf(dirs.UserDir() + "/a"), 0700u);
+  EXPECT_EQ(FolderView::ModeOf(dirs.UserDir() + "/a/b/c"), 0700u);
+  EXPECT_EQ(FolderView::ModeOf(dirs.UserDir() + "/d/e"), 0755u);
 }
 
 TEST(Directories, ModeLosesTheUmask) {
@@ -49,7 +46,7 @@ TEST(Directories, ModeLosesTheUmask) {
   const mode_t old = ::umask(027);
   EXPECT_EQ(Directories::Make(dirs.UserDir() + "/x", 0777), 0);
   ::umask(old);
-  EXPECT_EQ(ModeOf(dirs.UserDir() + "/x"), 0750u);
+  EXPECT_EQ(FolderView::ModeOf(dirs.UserDir() + "/x"), 0750u);
 }
 
 TEST(Directories, AFileInTheWayIsNotAFolder) {
