@@ -16,6 +16,7 @@
 #include "platform/posix/MaildirStore.h"
 #include "platform/posix/MessageHeaders.h"
 #include "platform/posix/PosixMapiLibrary.h"
+#include "support/HexCodec.h"
 #include "support/IMapiFolder.h"
 #include "support/IMapiLibrary.h"
 #include "support/IMapiMessage.h"
@@ -133,7 +134,7 @@ void BM_SaveMessages(benchmark::State& state) {
   table->GoToFirst();
   std::vector<std::u16string> ids;
   for (const auto& row : table->GetRows(static_cast<int32_t>(state.range(0)))) {
-    ids.push_back(t4::posix::MaildirEntryId::ToHex(row[0].bytes));
+    ids.push_back(t4::HexCodec::Encode(row[0].bytes));
   }
   int round = 0;
   for (auto _ : state) {

@@ -6,7 +6,6 @@
 #include "support/Language.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
-#include "support/SpecialFolders.h"
 #include "support/Utf.h"
 
 namespace t4 {
@@ -102,24 +101,6 @@ std::u16string ErrorObject::GetLogEntry() const {
   entry += u"  Src: " + source_ + u"\r\n";
   entry += u"\r\n";
   return entry;
-}
-
-std::u16string ErrorObject::GetAppDataPath() {
-  return SpecialFolders::ProductFolder(SpecialFolders::kCsidlAppData);
-}
-
-std::u16string ErrorObject::GetRegistryPath() {
-  return u"Software\\Quorvane\\Kolvane\\Settings\\";
-}
-
-int32_t ErrorObject::FileLength(const std::u16string& path) {
-  try {
-    const int64_t length = Ports::Files().FileLength(path);
-    if (length < 0) return 0;
-    return static_cast<int32_t>(static_cast<uint32_t>(static_cast<uint64_t>(length)));
-  } catch (...) {
-    return 0;
-  }
 }
 
 std::u16string ErrorObject::GetErrSource(std::u16string_view cls, std::u16string_view proc,

@@ -65,13 +65,6 @@ class ErrorObject {
   // The stored error as a log entry: date and time, App, Msg, No, Src lines
   // and one empty line, each ending in CR LF.
   std::u16string GetLogEntry() const;
-  // The per-user product folder, ending in a separator.
-  static std::u16string GetAppDataPath();
-  // The product's settings key below HKEY_CURRENT_USER.
-  static std::u16string GetRegistryPath();
-  // Length of a file in bytes; 0 when it cannot be read. Lengths past
-  // 2 GiB wrap as the 32-bit result of the original call did.
-  static int32_t FileLength(const std::u16string& path);
   // "Tandrel4.<cls>.<proc> (<line>)".
   static std::u16string GetErrSource(std::u16string_view cls, std::u16string_view proc,
                                      int line = 0);

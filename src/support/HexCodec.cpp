@@ -2,58 +2,33 @@
 
 namespace t4 {
 
-namespace {
-
-constexpr char16_t kDigits[] = u"0123456789ABCDEF";
-
-// Digit values of the ASCII characters: -1 for no digit; lower-case
-// letters are marked apart (16 + value) so an upper-case-only decode can
-// refuse them.
-struct DigitTable {
-  int8_t value[128];
-  constexpr DigitTable() : value() {
-    for (int c = 0; c < 128; ++c) {
-      value[c] = c >= '0' && c <= '9'   ? static_cast<int8_t>(c - '0')
-                 : c >= 'A' && c <= 'F' ? static_cast<int8_t>(c - 'A' + 10)
-                 : c >= 'a' && c <= 'f' ? static_cast<int8_t>(16 + c - 'a' + 10)
-                                        : -1;
-    }
-  }
-};
-constexpr DigitTable kValues;
-
-bool DecodeWith(std::u16string_view hex, std::string& out, int8_t limit) {
+bool HexCodec::DecodeWith(std::u16string_view hex, std::string& out, int8_t limit) {
   if (hex.size() % 2 != 0) return false;
   out.resize(hex.size() / 2);
   for (size_t i = 0; i < out.size(); ++i) {
     const char16_t h = hex[2 * i];
     const char16_t l = hex[2 * i + 1];
     if (h >= 128 || l >= 128) return false;
-    const int8_t high = kValues.value[h];
-    const int8_t low = kValues.value[l];
+    const int8_t high = hex_detail::kDigitValues.value[h];
+    const int8_t low = hex_detail::kDigitValues.value[l];
     if (high < 0 || low < 0 || high >= limit || low >= limit) return false;
     out[i] = static_cast<char>((high & 15) << 4 | (low & 15));
   }
   return true;
 }
 
-}  // namespace
-
-std::u16string HexCodec::Encode(std::string_view bytes) {
+std::u16string HexCodec::Encode(std::string_view bytes, Letters letters) {
   std::u16string out;
-  AppendEncoded(bytes, out);
+  AppendEncoded(bytes, out, letters);
   return out;
 }
 
-void HexCodec::AppendEncoded(std::string_view bytes, std::u16string& out) {
+void HexCodec::AppendEncoded(std::string_view bytes, std::u16string& out, Letters letters) {
   const size_t at = out.size();
   out.resize(at + bytes.size() * 2);
   char16_t* p = out.data() + at;
-  for (const char c : bytes) {
-    const auto b = static_cast<unsigned char>(c);
-    *p++ = kDigits[b >> 4];
-    *p++ = kDigits[b & 0x0F];
-  }
+  const char16_t* digits = DigitsOf(letters);
+  for (const char c : bytes) p = Put(static_cast<uint8_t>(c), p, digits);
 }
 
 bool HexCodec::Decode(std::u16string_view hex, std::string& out) {
@@ -62,6 +37,19 @@ bool HexCodec::Decode(std::u16string_view hex, std::string& out) {
 
 bool HexCodec::DecodeUpper(std::u16string_view hex, std::string& out) {
   return DecodeWith(hex, out, 16);
+}
+
+HexCodec::Number HexCodec::LeadingNumber(std::u16string_view text) {
+  Number number;
+  for (const char16_t c : text) {
+    const int digit = Digit(c);
+    if (digit < 0) break;
+    ++number.digits;
+    if (number.overflow) continue;
+    number.value = number.value * 16 + static_cast<uint64_t>(digit);
+    if (number.value > 0xFFFFFFFFull) number.overflow = true;
+  }
+  return number;
 }
 
 }  // namespace t4

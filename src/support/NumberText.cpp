@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "support/HexCodec.h"
 #include "support/RunTimeError.h"
 
 namespace t4 {
@@ -17,27 +18,26 @@ bool IsDigit(char16_t c) {
   return c >= u'0' && c <= u'9';
 }
 
-int HexValue(char16_t c) {
-  if (c >= u'0' && c <= u'9') return c - u'0';
-  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
-  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
-  return -1;
+// "&H...": up to four hex digits are a 16-bit value, longer ones 32-bit,
+// both signed, so "&HFFFF" is -1 and "&H10000" is 65536.
+double HexNumber(std::u16string_view digits) {
+  const HexCodec::Number number = HexCodec::LeadingNumber(digits);
+  if (number.overflow) throw RunTimeError::Make(RunTimeError::kOverflow);
+  const auto value = static_cast<uint32_t>(number.value);
+  if (number.digits <= 4) return static_cast<int16_t>(static_cast<uint16_t>(value));
+  return static_cast<int32_t>(value);
 }
 
-// "&H..." / "&O...": up to four hex digits (six octal) are a 16-bit value,
-// longer ones 32-bit, both signed, as the run time reads such literals.
-double RadixNumber(const std::u16string& s, size_t pos, int radix) {
+// "&O...": values up to &O177777 are 16-bit, larger ones 32-bit, both
+// signed.
+double OctalNumber(std::u16string_view digits) {
   uint64_t value = 0;
-  int digits = 0;
-  for (; pos < s.size(); ++pos) {
-    const int d = HexValue(s[pos]);
-    if (d < 0 || d >= radix) break;
-    value = value * radix + d;
-    ++digits;
+  for (const char16_t c : digits) {
+    if (c < u'0' || c > u'7') break;
+    value = value * 8 + static_cast<uint64_t>(c - u'0');
     if (value > 0xFFFFFFFFull) throw RunTimeError::Make(RunTimeError::kOverflow);
   }
-  const bool small = radix == 16 ? digits <= 4 : value <= 0xFFFF;
-  if (small) return static_cast<int16_t>(static_cast<uint16_t>(value));
+  if (value <= 0xFFFF) return static_cast<int16_t>(static_cast<uint16_t>(value));
   return static_cast<int32_t>(static_cast<uint32_t>(value));
 }
 
@@ -50,8 +50,8 @@ double NumberText::Leading(std::u16string_view text) {
     if (!IsSkipped(c)) s += c;
   }
   if (s.size() >= 2 && s[0] == u'&') {
-    if (s[1] == u'H' || s[1] == u'h') return RadixNumber(s, 2, 16);
-    if (s[1] == u'O' || s[1] == u'o') return RadixNumber(s, 2, 8);
+    if (s[1] == u'H' || s[1] == u'h') return HexNumber(std::u16string_view(s).substr(2));
+    if (s[1] == u'O' || s[1] == u'o') return OctalNumber(std::u16string_view(s).substr(2));
     return 0;
   }
   std::string ascii;

@@ -108,17 +108,9 @@ MaildirEntryId::Key MaildirEntryId::MessageKey(std::string_view uniqueName) {
   return Hashed(std::string_view("message\0", 8), uniqueName);
 }
 
-std::u16string MaildirEntryId::ToHex(std::string_view bytes) {
-  return HexCodec::Encode(bytes);
-}
-
-bool MaildirEntryId::FromHex(std::u16string_view hex, std::string& bytes) {
-  return HexCodec::Decode(hex, bytes);
-}
-
 bool MaildirEntryId::KeyFromHex(std::u16string_view hex, Key& key) {
   std::string bytes;
-  if (hex.size() != 32 || !FromHex(hex, bytes)) return false;
+  if (hex.size() != 32 || !HexCodec::Decode(hex, bytes)) return false;
   std::memcpy(key.data(), bytes.data(), key.size());
   return true;
 }

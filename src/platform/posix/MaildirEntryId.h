@@ -40,11 +40,6 @@ class MaildirEntryId {
   static Key RootKey() { return Key{}; }
   static Key MessageKey(std::string_view uniqueName);
 
-  // Upper-case hexadecimal text of bytes.
-  static std::u16string ToHex(std::string_view bytes);
-  // Bytes of hexadecimal text (either letter case); false when the text
-  // is not an even number of hex digits.
-  static bool FromHex(std::u16string_view hex, std::string& bytes);
   // 32 hex digits to a key (the UID of store.ini).
   static bool KeyFromHex(std::u16string_view hex, Key& key);
 };

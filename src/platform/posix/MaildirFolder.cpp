@@ -4,6 +4,7 @@
 #include "platform/posix/MaildirItems.h"
 #include "platform/posix/MaildirSession.h"
 #include "platform/posix/MaildirStore.h"
+#include "support/HexCodec.h"
 #include "support/Utf.h"
 
 namespace t4::posix {
@@ -25,7 +26,7 @@ std::string MaildirFolder::EntryIdBytes() const {
 }
 
 std::u16string MaildirFolder::EntryID() {
-  return MaildirEntryId::ToHex(EntryIdBytes());
+  return HexCodec::Encode(EntryIdBytes());
 }
 
 std::u16string MaildirFolder::StoreID() {

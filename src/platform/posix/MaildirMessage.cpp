@@ -3,19 +3,20 @@
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 #include <vector>
 
+#include "platform/posix/Directories.h"
+#include "platform/posix/FileBytes.h"
+#include "platform/posix/FileError.h"
 #include "platform/posix/KeywordsField.h"
 #include "platform/posix/MaildirEntryId.h"
 #include "platform/posix/MaildirStore.h"
 #include "platform/posix/MessageHeaders.h"
 #include "platform/posix/ProfileLock.h"
+#include "platform/posix/StagedFile.h"
 #include "support/ErrorObject.h"
-#include "support/RunTimeError.h"
 #include "support/Utf.h"
 
 namespace t4::posix {
@@ -23,33 +24,7 @@ namespace t4::posix {
 namespace {
 
 [[noreturn]] void Fail(const std::filesystem::path& path, int error) {
-  int32_t number = RunTimeError::kPathFileAccessError;
-  if (error == EACCES || error == EPERM || error == EROFS) number = RunTimeError::kPermissionDenied;
-  if (error == ENOSPC || error == EDQUOT) number = RunTimeError::kDiskFull;
-  Error e(number, RunTimeError::Text(number) + u" (" + Utf::FromUtf8(path.string()) + u": " +
-                      Utf::FromUtf8(std::generic_category().message(error)) + u")");
-  e.SetLastDllError(error);
-  throw e;
-}
-
-bool ReadWhole(const std::filesystem::path& path, std::string& bytes, struct stat& info) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return false;
-  bool ok = ::fstat(fd, &info) == 0;
-  if (ok) {
-    bytes.clear();
-    bytes.reserve(static_cast<size_t>(info.st_size));
-    std::vector<char> buffer(1 << 16);
-    for (;;) {
-      const ssize_t got = ::read(fd, buffer.data(), buffer.size());
-      if (got < 0 && errno == EINTR) continue;
-      if (got < 0) ok = false;
-      if (got <= 0) break;
-      bytes.append(buffer.data(), static_cast<size_t>(got));
-    }
-  }
-  ::close(fd);
-  return ok;
+  FileError::Raise(FileError::Family::kRunTime, path, error);
 }
 
 std::string Trim(const std::string& text) {
@@ -122,7 +97,9 @@ void MaildirMessage::Save() {
   const std::filesystem::path path = CurrentPath();
   std::string bytes;
   struct stat info {};
-  if (path.empty() || !ReadWhole(path, bytes, info)) ErrorObject::RaiseCode(cmItemNotFound);
+  if (path.empty() || FileBytes::Read(path, bytes, &info) != 0) {
+    ErrorObject::RaiseCode(cmItemNotFound);
+  }
   const std::string changed = KeywordsField::Replace(bytes, names);
   if (changed == bytes) {
     pending_.reset();
@@ -132,51 +109,34 @@ void MaildirMessage::Save() {
   // tmp/ of the same folder: same file system, so the rename is atomic,
   // and Maildir readers ignore what is there.
   const std::filesystem::path tmpDir = store_->FolderDir(folderName_) / "tmp";
-  std::error_code ignored;
-  std::filesystem::create_directories(tmpDir, ignored);
-  std::string temp = (tmpDir / (unique_ + ".tandrel4.XXXXXX")).string();
-  const int fd = ::mkstemp(temp.data());
-  if (fd < 0) Fail(path, errno);
-  bool placed = false;
-  int error = 0;
-  if (::fchmod(fd, info.st_mode & 07777) != 0) error = errno;
-  size_t written = 0;
-  while (error == 0 && written < changed.size()) {
-    const ssize_t put = ::write(fd, changed.data() + written, changed.size() - written);
-    if (put < 0 && errno == EINTR) continue;
-    if (put < 0) error = errno;
-    if (put > 0) written += static_cast<size_t>(put);
-  }
-  if (error == 0 && ::fsync(fd) != 0) error = errno;
-  if (::close(fd) != 0 && error == 0) error = errno;
-  if (error == 0) {
-    // Swap the new file in rather than rename over the name: the swap
-    // fails when a mail program moved or removed the message meanwhile, so
-    // a message that is gone never comes back under its old name. The old
-    // bytes end up under the temporary name and go.
-    if (::renameat2(AT_FDCWD, temp.c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) == 0) {
-      ::unlink(temp.c_str());
-      placed = true;
-    } else if (errno == ENOENT) {
-      ::unlink(temp.c_str());
-      ErrorObject::RaiseCode(cmItemNotFound);
-    } else if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP) {
+  Directories::Make(tmpDir, 0777);
+  StagedFile staged;
+  int error = staged.Create(tmpDir, unique_ + ".tandrel4.");
+  if (error != 0) Fail(path, error);
+  error = staged.Fill(changed, info.st_mode & 07777);
+  // Swap the new file in rather than rename over the name: the swap fails
+  // when a mail program moved or removed the message meanwhile, so a
+  // message that is gone never comes back under its old name. The old
+  // bytes end up under the staged name and go with it.
+  const char* stagedName = staged.Path().c_str();
+  if (error == 0 &&
+      ::renameat2(AT_FDCWD, stagedName, AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0) {
+    const int swapError = errno;
+    if (swapError == ENOENT) ErrorObject::RaiseCode(cmItemNotFound);
+    if (swapError == EINVAL || swapError == ENOSYS || swapError == EOPNOTSUPP) {
       // A file system that cannot swap: look, then rename over the name.
       struct stat still {};
-      if (::stat(path.c_str(), &still) != 0) {
-        ::unlink(temp.c_str());
-        ErrorObject::RaiseCode(cmItemNotFound);
+      if (::stat(path.c_str(), &still) != 0) ErrorObject::RaiseCode(cmItemNotFound);
+      if (::rename(stagedName, path.c_str()) == 0) {
+        staged.Placed();
+      } else {
+        error = errno;
       }
-      if (::rename(temp.c_str(), path.c_str()) != 0) error = errno;
-      placed = error == 0;
     } else {
-      error = errno;
+      error = swapError;
     }
   }
-  if (!placed) {
-    ::unlink(temp.c_str());
-    Fail(path, error);
-  }
+  if (error != 0) Fail(path, error);
   // The folder is not synced: that made a save two to ten times slower
   // (bench/MaildirBench.cpp, docs/benchmarks.md), and a save whose swap a
   // power loss undoes only leaves the message with its old categories,

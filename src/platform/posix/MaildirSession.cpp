@@ -4,6 +4,7 @@
 #include "platform/posix/MaildirStore.h"
 #include "platform/posix/MapiError.h"
 #include "platform/posix/Profile.h"
+#include "support/HexCodec.h"
 #include "support/Utf.h"
 
 namespace t4::posix {
@@ -13,7 +14,7 @@ namespace {
 MaildirEntryId::Parts ParseOrThrow(const std::u16string& hex) {
   std::string bytes;
   MaildirEntryId::Parts parts;
-  if (!MaildirEntryId::FromHex(hex, bytes) || !MaildirEntryId::Parse(bytes, parts)) {
+  if (!HexCodec::Decode(hex, bytes) || !MaildirEntryId::Parse(bytes, parts)) {
     throw MapiError::Make(MapiError::kInvalidEntryId, Utf::ToUtf8(hex));
   }
   return parts;
@@ -72,7 +73,7 @@ std::shared_ptr<IMapiStore> MaildirSession::GetStoreFromID(const std::u16string&
 bool MaildirSession::CompareEntryIDs(const std::u16string& entryId1,
                                      const std::u16string& entryId2) {
   std::string a, b;
-  if (!MaildirEntryId::FromHex(entryId1, a) || !MaildirEntryId::FromHex(entryId2, b)) return false;
+  if (!HexCodec::Decode(entryId1, a) || !HexCodec::Decode(entryId2, b)) return false;
   return a == b;
 }
 

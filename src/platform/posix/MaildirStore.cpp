@@ -16,6 +16,7 @@
 #include "platform/posix/MapiError.h"
 #include "platform/posix/ProfileLock.h"
 #include "support/ErrorObject.h"
+#include "support/HexCodec.h"
 #include "support/Utf.h"
 
 namespace t4::posix {
@@ -79,13 +80,13 @@ std::shared_ptr<MaildirStore> MaildirStore::Open(std::shared_ptr<MaildirSession>
 }
 
 std::u16string MaildirStore::EntryID() {
-  return MaildirEntryId::ToHex(MaildirEntryId::Store(uid_));
+  return HexCodec::Encode(MaildirEntryId::Store(uid_));
 }
 
 std::shared_ptr<IMapiMessage> MaildirStore::GetMessageFromID(const std::u16string& entryId) {
   std::string bytes;
   MaildirEntryId::Parts parts;
-  if (!MaildirEntryId::FromHex(entryId, bytes) || !MaildirEntryId::Parse(bytes, parts) ||
+  if (!HexCodec::Decode(entryId, bytes) || !MaildirEntryId::Parse(bytes, parts) ||
       parts.kind != MaildirEntryId::Kind::kMessage || parts.store != uid_) {
     ErrorObject::RaiseCode(cmItemNotFound);
   }

@@ -4,6 +4,7 @@
 #include "platform/posix/MaildirFolder.h"
 #include "platform/posix/MaildirStore.h"
 #include "platform/posix/MapiError.h"
+#include "support/HexCodec.h"
 #include "support/Utf.h"
 
 namespace t4::posix {
@@ -47,7 +48,7 @@ int32_t MaildirUtils::GetIDsFromNames(IMapiProp& object, const std::u16string& g
 }
 
 std::u16string MaildirUtils::HrArrToString(const std::string& bytes) {
-  return MaildirEntryId::ToHex(bytes);
+  return HexCodec::Encode(bytes);
 }
 
 MapiValue MaildirUtils::HrGetOneProp(IMapiProp& object, uint32_t propTag) {

@@ -1,80 +1,20 @@
 #include "platform/posix/PosixRegistryFile.h"
 #include "platform/posix/PosixPorts.h"
 
-#include <fcntl.h>
-#include <stdio.h>
-#include <stdlib.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
-#include <system_error>
+#include <cstdlib>
+#include <filesystem>
 #include <utility>
 
-#include <filesystem>
-#include <vector>
-
+#include "platform/posix/AtomicFile.h"
+#include "platform/posix/FileBytes.h"
+#include "platform/posix/FileError.h"
 #include "platform/posix/ProfileLock.h"
 #include "platform/posix/RegistryScript.h"
 #include "platform/posix/XmlRulesLibrary.h"
 #include "support/Ports.h"
-#include "support/RunTimeError.h"
-#include "support/Utf.h"
 
 namespace t4 {
-
-namespace {
-
-// The run-time error closest to the system's reason, which the description
-// carries in parentheses together with the file.
-[[noreturn]] void Fail(const std::string& path, int error) {
-  int32_t number = RunTimeError::kPathFileAccessError;
-  if (error == EACCES || error == EPERM || error == EROFS) number = RunTimeError::kPermissionDenied;
-  if (error == ENOSPC || error == EDQUOT) number = RunTimeError::kDiskFull;
-  Error e(number, RunTimeError::Text(number) + u" (" + Utf::FromUtf8(path) + u": " +
-                      Utf::FromUtf8(std::generic_category().message(error)) + u")");
-  e.SetLastDllError(error);
-  throw e;
-}
-
-void MakeDirectories(const std::string& path) {
-  for (size_t pos = 1; pos <= path.size(); ++pos) {
-    if (pos == path.size() || path[pos] == '/') {
-      // The registry is the user's own; folders made for it are private.
-      const std::string part = path.substr(0, pos);
-      if (::mkdir(part.c_str(), 0700) != 0 && errno != EEXIST) return;
-    }
-  }
-}
-
-// The temporary file of a write: closed and, unless it was renamed into
-// place, removed however the write ends.
-class TempFile {
- public:
-  TempFile(int fd, std::string name) : fd_(fd), name_(std::move(name)) {}
-  ~TempFile() {
-    if (fd_ >= 0) ::close(fd_);
-    if (!placed_) ::unlink(name_.c_str());
-  }
-  TempFile(const TempFile&) = delete;
-  TempFile& operator=(const TempFile&) = delete;
-
-  int Fd() const { return fd_; }
-  const std::string& Name() const { return name_; }
-  // Closes the file; false with errno set when the system reports an error.
-  bool Close() {
-    const int fd = std::exchange(fd_, -1);
-    return ::close(fd) == 0;
-  }
-  void Placed() { placed_ = true; }
-
- private:
-  int fd_;
-  std::string name_;
-  bool placed_ = false;
-};
-
-}  // namespace
 
 PosixRegistryFile::PosixRegistryFile(std::string path) : path_(std::move(path)) {}
 
@@ -123,79 +63,15 @@ std::string PosixRegistryFile::Folder() const {
 }
 
 std::optional<std::string> PosixRegistryFile::Load() const {
-  const int fd = ::open(path_.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) {
-    if (errno == ENOENT) return std::nullopt;
-    Fail(path_, errno);
-  }
   std::string bytes;
-  int error = 0;
-  struct stat info {};
-  if (::fstat(fd, &info) != 0) {
-    error = errno;
-  } else if (S_ISDIR(info.st_mode)) {
-    error = EISDIR;
-  } else {
-    bytes.reserve(static_cast<size_t>(info.st_size));
-    std::vector<char> buffer(1 << 16);
-    for (;;) {
-      const ssize_t got = ::read(fd, buffer.data(), buffer.size());
-      if (got < 0 && errno == EINTR) continue;
-      if (got < 0) error = errno;
-      if (got <= 0) break;
-      bytes.append(buffer.data(), static_cast<size_t>(got));
-    }
-  }
-  ::close(fd);
-  if (error != 0) Fail(path_, error);
+  const int error = posix::FileBytes::Read(path_, bytes);
+  if (error == ENOENT) return std::nullopt;
+  if (error != 0) posix::FileError::Raise(posix::FileError::Family::kRunTime, path_, error);
   return bytes;
 }
 
 void PosixRegistryFile::Store(const std::string& bytes) const {
-  // A link stays a link: the file it points to is replaced.
-  std::string target = path_;
-  struct stat info {};
-  if (::lstat(path_.c_str(), &info) == 0 && S_ISLNK(info.st_mode)) {
-    if (char* real = ::realpath(path_.c_str(), nullptr)) {
-      target = real;
-      ::free(real);
-    }
-  }
-  // A new file is as private as the registry hive it stands for; a
-  // replaced one keeps its permissions.
-  mode_t mode = 0600;
-  if (::stat(target.c_str(), &info) == 0) mode = info.st_mode & 07777;
-  const size_t slash = target.rfind('/');
-  const std::string folder =
-      slash == std::string::npos ? "." : (slash == 0 ? "/" : target.substr(0, slash));
-  const std::string base = slash == std::string::npos ? target : target.substr(slash + 1);
-  MakeDirectories(folder);
-
-  // Same folder, so the rename below stays on one file system and is atomic.
-  std::string pattern = folder + "/." + base + ".XXXXXX";
-  const int fd = ::mkstemp(pattern.data());
-  if (fd < 0) Fail(path_, errno);
-  TempFile temp(fd, pattern);
-  ::fcntl(fd, F_SETFD, FD_CLOEXEC);
-  if (::fchmod(fd, mode) != 0) Fail(path_, errno);
-  size_t written = 0;
-  while (written < bytes.size()) {
-    const ssize_t put = ::write(fd, bytes.data() + written, bytes.size() - written);
-    if (put < 0 && errno == EINTR) continue;
-    if (put < 0) Fail(path_, errno);
-    written += static_cast<size_t>(put);
-  }
-  if (::fsync(fd) != 0) Fail(path_, errno);
-  if (!temp.Close()) Fail(path_, errno);
-  if (::rename(temp.Name().c_str(), target.c_str()) != 0) Fail(path_, errno);
-  temp.Placed();
-  // The new directory entry reaches the disk too; a failure here leaves a
-  // complete file either way, so it is not reported.
-  const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (dir >= 0) {
-    ::fsync(dir);
-    ::close(dir);
-  }
+  posix::AtomicFile::Write(path_, bytes, posix::FileError::Family::kRunTime);
 }
 
 std::shared_ptr<IRegistryAccess> CreatePlatformRegistry() {

@@ -9,15 +9,16 @@ namespace t4 {
 
 // HKEY_CURRENT_USER kept in a registry script file, in the form the Windows
 // registry editor exports (RegistryScript), so the file can be carried to
-// and from a Windows machine with regedit. Every call reads the file anew;
-// a missing file is an empty registry. A change replaces the whole file at
-// once (a temporary file in the same folder, flushed to disk, renamed over
-// the old one) and leaves every line but the value's own as it was. A file
-// that cannot be parsed is never written; its calls raise run-time error 321.
-// Writes hold the folder's ProfileLock from reading to replacing; a lock
-// that stays taken raises 70 and nothing is written.
-// Files that cannot be read or written raise 70 (permission denied), 61
-// (disk full) or 75 (path/file access error) with the system's reason.
+// and from a Windows machine with regedit. Every call reads the file anew
+// (FileBytes); a missing file is an empty registry. A change replaces the
+// whole file at once (AtomicFile: a temporary file in the same folder,
+// flushed to disk, renamed over the old one) and leaves every line but the
+// value's own as it was. A file that cannot be parsed is never written; its
+// calls raise run-time error 321. Writes hold the folder's ProfileLock from
+// reading to replacing; a lock that stays taken raises 70 and nothing is
+// written. Files that cannot be read or written raise 70 (permission
+// denied), 61 (disk full) or 75 (path/file access error) with the system's
+// reason (FileError's run-time family).
 class PosixRegistryFile : public IRegistryAccess {
  public:
   explicit PosixRegistryFile(std::string path);

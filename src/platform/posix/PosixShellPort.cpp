@@ -2,15 +2,13 @@
 #include "platform/posix/PosixPorts.h"
 
 #include <locale.h>
-#include <sys/stat.h>
 #include <time.h>
 
-#include <cerrno>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <string>
 
+#include "platform/posix/Directories.h"
+#include "platform/posix/FileBytes.h"
 #include "platform/posix/IniFileReader.h"
 #include "support/Ports.h"
 #include "support/SpecialFolders.h"
@@ -46,15 +44,6 @@ std::string FolderFor(int32_t csidl) {
   }
 }
 
-void MakeDirectories(const std::string& path) {
-  for (size_t pos = 1; pos <= path.size(); ++pos) {
-    if (pos == path.size() || path[pos] == '/') {
-      const std::string part = path.substr(0, pos);
-      if (::mkdir(part.c_str(), 0755) != 0 && errno != EEXIST) return;
-    }
-  }
-}
-
 }  // namespace
 
 std::u16string PosixShellPort::SpecialFolderPath(int32_t csidl) {
@@ -62,17 +51,15 @@ std::u16string PosixShellPort::SpecialFolderPath(int32_t csidl) {
   std::string path = FolderFor(csidl & ~SpecialFolders::kCsidlFlagCreate);
   while (path.size() > 1 && path.back() == '/') path.pop_back();
   if (path.empty()) return u"";
-  if (create) MakeDirectories(path);
+  // Shared folders such as ~/.config: readable by all, as they usually are.
+  if (create) posix::Directories::Make(path, 0755);
   return Utf::FromUtf8(path);
 }
 
 std::u16string PosixShellPort::IniValue(const std::u16string& file, const std::u16string& section,
                                         const std::u16string& key) {
-  std::ifstream in(Utf::ToUtf8(file), std::ios::binary);
-  if (!in) return u"";
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return IniFileReader::Lookup(IniFileReader::Decode(bytes.str()), section, key);
+  const std::string bytes = posix::FileBytes::ReadOrEmpty(Utf::ToUtf8(file));
+  return IniFileReader::Lookup(IniFileReader::Decode(bytes), section, key);
 }
 
 std::u16string PosixShellPort::NowShortDateTime() {

@@ -7,6 +7,7 @@
 #include "platform/posix/Profile.h"
 #include "platform/posix/ProfileClientItem.h"
 #include "support/ErrorObject.h"
+#include "support/HexCodec.h"
 
 namespace t4::posix {
 
@@ -21,7 +22,7 @@ std::shared_ptr<IClientObject> ProfileClientApp::GetItemFromID(const std::u16str
   auto session = std::make_shared<MaildirSession>(profileDir_);
   std::string bytes;
   MaildirEntryId::Parts parts;
-  if (!MaildirEntryId::FromHex(entryId, bytes) || !MaildirEntryId::Parse(bytes, parts)) {
+  if (!HexCodec::Decode(entryId, bytes) || !MaildirEntryId::Parse(bytes, parts)) {
     ErrorObject::RaiseCode(cmItemNotFound);
   }
   std::shared_ptr<MaildirStore> store;
@@ -30,8 +31,7 @@ std::shared_ptr<IClientObject> ProfileClientApp::GetItemFromID(const std::u16str
   } else {
     std::string storeBytes;
     MaildirEntryId::Parts storeParts;
-    if (MaildirEntryId::FromHex(storeId, storeBytes) &&
-        MaildirEntryId::Parse(storeBytes, storeParts) &&
+    if (HexCodec::Decode(storeId, storeBytes) && MaildirEntryId::Parse(storeBytes, storeParts) &&
         storeParts.kind == MaildirEntryId::Kind::kStore)
       store = session->OpenStore(storeParts.store);
   }

@@ -10,6 +10,7 @@
 #include <system_error>
 #include <thread>
 
+#include "platform/posix/Directories.h"
 #include "support/Error.h"
 #include "support/RunTimeError.h"
 #include "support/Utf.h"
@@ -44,8 +45,9 @@ int ProfileLock::TimeoutMs() {
 
 ProfileLock::ProfileLock(const std::filesystem::path& folder) {
   const std::filesystem::path lockFile = LockFileOf(folder);
-  std::error_code ignored;
-  std::filesystem::create_directories(lockFile.parent_path(), ignored);
+  // The profile is the user's own, and so are folders made for it; one
+  // that cannot be made shows when the lock file is opened.
+  Directories::Make(lockFile.parent_path(), 0700);
   fd_ = ::open(lockFile.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (fd_ < 0) {
     const int error = errno;

@@ -8,8 +8,9 @@ namespace t4::posix {
 // Serialises the writers of one profile folder (message saves, the registry
 // file, the XML category list and rules) across processes: an exclusive
 // advisory lock (flock) on the folder's `.lock` file, held from construction
-// to destruction. The lock file is made when missing (with the folder) and
-// never removed, so every process locks the same inode.
+// to destruction. The lock file is made when missing (with the folder, as
+// the user's own: 0700) and never removed, so every process locks the same
+// inode.
 //
 // A writer that cannot get the lock within the timeout raises run-time error
 // 70 "Permission denied" naming the lock file, before it has written

@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <fstream>
 #include <random>
+#include <string_view>
+
+#include "support/HexCodec.h"
 
 namespace t4::posix {
 
@@ -31,12 +34,14 @@ std::u16string RandomGuid::Make() {
   if (!FromUrandom(bytes)) FromRandomDevice(bytes);
   bytes[6] = static_cast<uint8_t>((bytes[6] & 0x0F) | 0x40);  // version 4
   bytes[8] = static_cast<uint8_t>((bytes[8] & 0x3F) | 0x80);  // RFC 4122 variant
-  static constexpr char16_t kHex[] = u"0123456789ABCDEF";
+  const std::string_view all(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   std::u16string text = u"{";
-  for (size_t i = 0; i < bytes.size(); ++i) {
-    if (i == 4 || i == 6 || i == 8 || i == 10) text += u'-';
-    text += kHex[bytes[i] >> 4];
-    text += kHex[bytes[i] & 0x0F];
+  static constexpr size_t kGroups[] = {4, 2, 2, 2, 6};
+  size_t at = 0;
+  for (const size_t group : kGroups) {
+    if (at != 0) text += u'-';
+    HexCodec::AppendEncoded(all.substr(at, group), text);
+    at += group;
   }
   text += u'}';
   return text;

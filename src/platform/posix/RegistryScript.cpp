@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/posix/RegistryText.h"
+#include "support/HexCodec.h"
 #include "support/RunTimeError.h"
 #include "support/Utf.h"
 
@@ -12,13 +13,6 @@ namespace {
 
 bool IsBlank(char16_t c) {
   return c == u' ' || c == u'\t';
-}
-
-int HexValue(char16_t c) {
-  if (c >= u'0' && c <= u'9') return c - u'0';
-  if (c >= u'a' && c <= u'f') return c - u'a' + 10;
-  if (c >= u'A' && c <= u'F') return c - u'A' + 10;
-  return -1;
 }
 
 // The description names the file and, when known, the line.
@@ -158,14 +152,11 @@ class RegistryScript::Parser {
 
   // 1 to 8 hex digits as a number.
   uint32_t Number(std::u16string_view what) {
-    uint32_t value = 0;
-    size_t digits = 0;
-    while (!AtEnd() && HexValue(Peek()) >= 0) {
-      value = value * 16 + static_cast<uint32_t>(HexValue(content_[at_++]));
-      if (++digits > 8) Fail(std::u16string(what) + u" has more than eight hex digits");
-    }
-    if (digits == 0) Fail(std::u16string(what) + u" has no hex digits");
-    return value;
+    const HexCodec::Number number = HexCodec::LeadingNumber(content_.substr(at_));
+    if (number.digits > 8) Fail(std::u16string(what) + u" has more than eight hex digits");
+    if (number.digits == 0) Fail(std::u16string(what) + u" has no hex digits");
+    at_ += number.digits;
+    return static_cast<uint32_t>(number.value);
   }
 
   void ParseValue(Line& line) {
@@ -227,11 +218,12 @@ class RegistryScript::Parser {
           needComma = false;
           continue;
         }
-        int value = HexValue(c);
+        int value = HexCodec::Digit(c);
         if (value < 0) break;
         if (needComma) Fail(u"comma missing between the bytes");
-        if (p + 1 != end && HexValue(p[1]) >= 0) value = value * 16 + HexValue(*++p);
-        if (p + 1 != end && HexValue(p[1]) >= 0) Fail(u"a byte has more than two hex digits");
+        if (p + 1 != end && HexCodec::Digit(p[1]) >= 0) value = value * 16 + HexCodec::Digit(*++p);
+        if (p + 1 != end && HexCodec::Digit(p[1]) >= 0)
+          Fail(u"a byte has more than two hex digits");
         bytes.push_back(static_cast<uint8_t>(value));
         needComma = true;
       }

@@ -4,13 +4,12 @@
 #include <variant>
 #include <vector>
 
+#include "support/HexCodec.h"
 #include "support/TextCase.h"
 
 namespace t4 {
 
 namespace {
-
-constexpr char16_t kHexDigits[] = u"0123456789abcdef";
 
 std::u16string_view UpToNul(std::u16string_view text) {
   return text.substr(0, text.find(u'\0'));
@@ -78,8 +77,7 @@ std::u16string RegistryText::ValueLine(std::u16string_view name, const RegistryD
   char16_t* p = out.data() + start;
   size_t column = start;
   for (size_t i = 0; i < bytes.size(); ++i) {
-    *p++ = kHexDigits[bytes[i] >> 4];
-    *p++ = kHexDigits[bytes[i] & 0x0F];
+    p = HexCodec::PutByte(bytes[i], p, HexCodec::Letters::kLower);
     if (i + 1 == bytes.size()) break;
     *p++ = u',';
     column += 3;

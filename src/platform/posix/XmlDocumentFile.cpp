@@ -1,11 +1,9 @@
 #include "platform/posix/XmlDocumentFile.h"
 
-#include <fcntl.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlsave.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -16,6 +14,9 @@
 #include <utility>
 #include <vector>
 
+#include "platform/posix/AtomicFile.h"
+#include "platform/posix/FileBytes.h"
+#include "platform/posix/FileError.h"
 #include "platform/posix/ProfileLock.h"
 #include "platform/posix/XmlShapeCheck.h"
 #include "support/ErrorObject.h"
@@ -46,69 +47,10 @@ bool LooksLikeUtf16(const std::string& bytes) {
 
 // Reads the whole file; false when it does not exist (any more).
 bool ReadBytes(const std::filesystem::path& path, std::string& bytes) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) {
-    if (errno == ENOENT) return false;
-    throw RunTimeError::Make(errno == EACCES || errno == EPERM
-                                 ? RunTimeError::kPermissionDenied
-                                 : RunTimeError::kPathFileAccessError);
-  }
-  bytes.clear();
-  char chunk[65536];
-  for (;;) {
-    const ssize_t got = ::read(fd, chunk, sizeof chunk);
-    if (got == 0) break;
-    if (got < 0) {
-      if (errno == EINTR) continue;
-      ::close(fd);
-      throw RunTimeError::Make(RunTimeError::kPathFileAccessError);
-    }
-    bytes.append(chunk, static_cast<size_t>(got));
-  }
-  ::close(fd);
+  const int error = FileBytes::Read(path, bytes);
+  if (error == ENOENT) return false;
+  if (error != 0) throw RunTimeError::Make(FileError::RunTimeNumber(error));
   return true;
-}
-
-bool WriteAll(int fd, const std::string& bytes) {
-  size_t done = 0;
-  while (done < bytes.size()) {
-    const ssize_t wrote = ::write(fd, bytes.data() + done, bytes.size() - done);
-    if (wrote < 0) {
-      if (errno == EINTR) continue;
-      return false;
-    }
-    done += static_cast<size_t>(wrote);
-  }
-  return true;
-}
-
-// Temporary file in the target's folder, then rename: on POSIX file
-// systems the rename replaces the file in one step.
-void WriteAtomically(const std::filesystem::path& path, const std::string& bytes) {
-  const auto fail = [&] { ErrorObject::RaiseCode(cmCreateFile, {PathText(path)}); };
-  const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
-  std::error_code ignored;
-  std::filesystem::create_directories(folder, ignored);
-  std::string temp = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
-  const int fd = ::mkstemp(temp.data());
-  if (fd < 0) fail();
-  // The file keeps its permissions; a new one gets the usual 0644 rather
-  // than mkstemp's 0600.
-  struct stat old {};
-  const mode_t mode = ::stat(path.c_str(), &old) == 0 ? (old.st_mode & 07777) : 0644;
-  const bool written = ::fchmod(fd, mode) == 0 && WriteAll(fd, bytes) && ::fsync(fd) == 0;
-  const bool closed = ::close(fd) == 0;
-  if (!written || !closed || ::rename(temp.c_str(), path.c_str()) != 0) {
-    ::unlink(temp.c_str());
-    fail();
-  }
-  // Makes the rename itself durable; a folder that cannot be synced does
-  // not make the write fail, the file is in place.
-  const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (dir >= 0) {
-    ::fsync(dir);
-    ::close(dir);
-  }
 }
 
 // The attribute names of the root's start tag in the order the file has
@@ -363,10 +305,12 @@ void XmlDocumentFile::Write() {
     } catch (const Error& e) {
       // Only a lock held by another writer is reported as such; a folder
       // where not even the lock file can be made fails like the write.
-      if (e.LastDllError() != EWOULDBLOCK) ErrorObject::RaiseCode(cmCreateFile, {PathText(path_)});
+      if (e.LastDllError() != EWOULDBLOCK) {
+        FileError::Raise(FileError::Family::kCreateFile, path_, e.LastDllError());
+      }
       throw;
     }
-    WriteAtomically(path_, bytes);
+    AtomicFile::Write(path_, bytes, FileError::Family::kCreateFile);
     stamp_ = StampOfFile();
     loaded_ = true;
   }

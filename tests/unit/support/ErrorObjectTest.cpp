@@ -243,10 +243,6 @@ TEST(ErrorObject, LogEntryStartsWithTheRealDateAndTime) {
   EXPECT_NE(entry.find(u"\r\n  No : 0\r\n"), std::u16string::npos);
 }
 
-TEST(ErrorObject, RegistryPath) {
-  EXPECT_EQ(ErrorObject::GetRegistryPath(), u"Software\\Quorvane\\Kolvane\\Settings\\");
-}
-
 TEST(ErrorObject, ErrSourceLabel) {
   EXPECT_EQ(ErrorObject::GetErrSource(u"CatsExternCsv", u"ICatsExtern_Export"),
             u"Tandrel4.CatsExternCsv.ICatsExtern_Export (0)");

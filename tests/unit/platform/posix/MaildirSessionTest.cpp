@@ -27,6 +27,7 @@
 #include "platform/posix/TestProfile.h"
 #include "platform/posix/XmlCategoryStore.h"
 #include "support/ErrorObject.h"
+#include "support/HexCodec.h"
 #include "support/IMapiFolder.h"
 #include "support/IMapiStore.h"
 #include "support/RunTimeError.h"
@@ -112,12 +113,6 @@ TEST(MaildirEntryId, KindsAreDistinguishableAndSized) {
   EXPECT_EQ(parts.store, store);
   EXPECT_FALSE(MaildirEntryId::Parse(m.substr(0, 71), parts));
   EXPECT_FALSE(MaildirEntryId::Parse(std::string(72, '\0'), parts));
-  std::string bytes;
-  EXPECT_TRUE(MaildirEntryId::FromHex(u"00aBfF", bytes));
-  EXPECT_EQ(bytes, std::string("\x00\xAB\xFF", 3));
-  EXPECT_EQ(MaildirEntryId::ToHex(bytes), u"00ABFF");
-  EXPECT_FALSE(MaildirEntryId::FromHex(u"0", bytes));
-  EXPECT_FALSE(MaildirEntryId::FromHex(u"0g", bytes));
 }
 
 TEST(MaildirSession, OpensFoldersAndStoresByTheirIdentifiers) {
@@ -152,10 +147,10 @@ TEST(MaildirSession, OpensFoldersAndStoresByTheirIdentifiers) {
             MapiError::kInvalidEntryId);
   EXPECT_EQ(NumberOf([&] { session->GetFolderFromID(u"0102", u""); }), MapiError::kInvalidEntryId);
   EXPECT_EQ(NumberOf([&] { session->GetFolderFromID(storeId, u""); }), MapiError::kInvalidEntryId);
-  auto folder1 = session->GetFolderFromID(MaildirEntryId::ToHex(MaildirEntryId::Folder(
+  auto folder1 = session->GetFolderFromID(HexCodec::Encode(MaildirEntryId::Folder(
                                               [&] {
                                                 std::string bytes;
-                                                MaildirEntryId::FromHex(storeId, bytes);
+                                                HexCodec::Decode(storeId, bytes);
                                                 MaildirEntryId::Parts parts;
                                                 MaildirEntryId::Parse(bytes, parts);
                                                 return parts.store;
@@ -324,7 +319,7 @@ TEST(MaildirTable, EntryIdsStayAcrossRunsAndFlagRenames) {
   // And the messages are found by those identifiers.
   auto store = session->GetStoreFromID(storeId);
   for (const std::string& id : first) {
-    EXPECT_NO_THROW(store->GetMessageFromID(MaildirEntryId::ToHex(id))->Categories());
+    EXPECT_NO_THROW(store->GetMessageFromID(HexCodec::Encode(id))->Categories());
   }
 }
 
@@ -436,7 +431,7 @@ struct Fixture {
   }
   std::shared_ptr<posix::MaildirMessage> Message(size_t row) {
     return std::dynamic_pointer_cast<posix::MaildirMessage>(
-        store->GetMessageFromID(MaildirEntryId::ToHex(read.rows[row][0].bytes)));
+        store->GetMessageFromID(HexCodec::Encode(read.rows[row][0].bytes)));
   }
   std::vector<std::u16string> KeywordsNow(size_t row) {
     const Read again =
@@ -513,10 +508,9 @@ TEST(MaildirMessage, VanishedMessageIsItemNotFoundAndNothingIsWritten) {
   EXPECT_EQ(NumberOf([&] { message->Save(); }), cmItemNotFound);
   EXPECT_EQ(TestProfile::MessageFiles(f.profile.StoreDir(1)), filesBefore);
   EXPECT_TRUE(std::filesystem::is_empty(f.profile.StoreDir(1) / "tmp"));
-  EXPECT_EQ(NumberOf([&] {
-              f.store->GetMessageFromID(MaildirEntryId::ToHex(f.read.rows[row][0].bytes));
-            }),
-            cmItemNotFound);
+  EXPECT_EQ(
+      NumberOf([&] { f.store->GetMessageFromID(HexCodec::Encode(f.read.rows[row][0].bytes)); }),
+      cmItemNotFound);
 }
 
 TEST(MaildirMessage, FoundAfterAFlagRename) {
@@ -613,7 +607,7 @@ TEST(ProfileClientApp, VersionAndItems) {
   Fixture f;
   posix::ProfileClientApp app(f.profile.Dir());
   EXPECT_EQ(app.Version(), u"11.0.0.8312");
-  const std::u16string id = MaildirEntryId::ToHex(f.read.rows[0][0].bytes);
+  const std::u16string id = HexCodec::Encode(f.read.rows[0][0].bytes);
   for (const std::u16string& storeId : {f.storeId, std::u16string()}) {
     auto item = std::dynamic_pointer_cast<posix::ProfileClientItem>(app.GetItemFromID(id, storeId));
     ASSERT_TRUE(item);

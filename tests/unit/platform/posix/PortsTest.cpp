@@ -5,8 +5,9 @@
 #include "IniCases.h"
 #include "platform/posix/IniFileReader.h"
 #include "platform/posix/TempConfigDirs.h"
-#include "support/ErrorObject.h"
+#include "support/FileLength.h"
 #include "support/IniFile.h"
+#include "support/ProductPaths.h"
 #include "support/SpecialFolders.h"
 #include "support/Utf.h"
 
@@ -94,19 +95,19 @@ TEST(SpecialFolders, AddBackslash) {
   }
 }
 
-TEST(ErrorObject, AppDataPathIsTheUsersProductFolder) {
+TEST(ProductPaths, AppDataIsTheUsersProductFolder) {
   test::TempConfigDirs dirs;
-  EXPECT_EQ(Utf::ToUtf8(ErrorObject::GetAppDataPath()), dirs.UserDir() + "/Quorvane/Kolvane/");
+  EXPECT_EQ(Utf::ToUtf8(ProductPaths::AppData()), dirs.UserDir() + "/Quorvane/Kolvane/");
 }
 
-TEST(ErrorObject, FileLength) {
+TEST(FileLength, OfFilesThroughThePosixPort) {
   test::TempConfigDirs dirs;
   const std::string path = dirs.UserDir() + "/f.bin";
   test::TempConfigDirs::WriteFile(path, std::string(1234, 'x'));
-  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(path)), 1234);
-  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(dirs.UserDir() + "/missing")), 0);
-  EXPECT_EQ(ErrorObject::FileLength(Utf::FromUtf8(dirs.UserDir())), 0);  // a folder
-  EXPECT_EQ(ErrorObject::FileLength(u""), 0);
+  EXPECT_EQ(FileLength::Of(Utf::FromUtf8(path)), 1234);
+  EXPECT_EQ(FileLength::Of(Utf::FromUtf8(dirs.UserDir() + "/missing")), 0);
+  EXPECT_EQ(FileLength::Of(Utf::FromUtf8(dirs.UserDir())), 0);  // a folder
+  EXPECT_EQ(FileLength::Of(u""), 0);
 }
 
 }  // namespace

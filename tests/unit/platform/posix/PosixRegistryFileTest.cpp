@@ -1,9 +1,7 @@
 #include "platform/posix/PosixRegistryFile.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <stdlib.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/posix/FileSizeLimit.h"
 #include "platform/posix/TempConfigDirs.h"
 #include "support/Error.h"
 #include "support/RunTimeError.h"
@@ -587,20 +586,15 @@ TEST(PosixRegistryFile, FailedWriteKeepsTheFile) {
   ScriptFile file;
   file.Registry().WriteValue(kKey, u"a", std::u16string(u"1"));
   const std::string before = file.Bytes();
-  struct rlimit old {};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &old), 0);
-  struct rlimit small = old;
-  small.rlim_cur = 64 * 1024;
-  void (*oldHandler)(int) = ::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
   int32_t number = 0;
-  try {
-    file.Registry().WriteValue(kKey, u"big", Pattern(1 << 20));
-  } catch (const Error& e) {
-    number = e.Number();
+  {
+    const test::FileSizeLimit limit(64 * 1024);
+    try {
+      file.Registry().WriteValue(kKey, u"big", Pattern(1 << 20));
+    } catch (const Error& e) {
+      number = e.Number();
+    }
   }
-  ::setrlimit(RLIMIT_FSIZE, &old);
-  ::signal(SIGXFSZ, oldHandler);
   EXPECT_EQ(number, RunTimeError::kPathFileAccessError);
   EXPECT_EQ(file.Bytes(), before);
   EXPECT_EQ(FolderEntries(file.Folder()), std::vector<std::string>{"registry.reg"});

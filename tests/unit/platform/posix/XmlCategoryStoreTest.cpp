@@ -2,6 +2,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <regex>
 #include <set>
@@ -388,6 +390,26 @@ TEST_F(XmlCategoryStoreTest, TheFileIsReplacedWholeAndKeepsItsPermissions) {
   EXPECT_NE(after.st_ino, before.st_ino);  // a new file renamed into place
   EXPECT_EQ(after.st_mode & 07777, 0640u);
   EXPECT_EQ(files.Names(), std::vector<std::string>{"categories.xml"});  // no temporary left
+}
+
+TEST_F(XmlCategoryStoreTest, ANewFileIsTheUsersOwnAndALinkStaysALink) {
+  XmlCategoryStore fresh = Store();
+  fresh.Add({u"", u"Neu", 1, 0});
+  fresh.Commit();
+  struct stat info {};
+  ASSERT_EQ(::stat(Path().c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0600u);
+  // The list kept elsewhere behind a link: the list is replaced, the link stays.
+  const std::string target = files.PathOf("elsewhere.xml");
+  ASSERT_EQ(std::rename(Path().c_str(), target.c_str()), 0);
+  ASSERT_EQ(::symlink("elsewhere.xml", Path().c_str()), 0);
+  XmlCategoryStore linked = Store();
+  ASSERT_EQ(linked.List().size(), 1u);
+  linked.Add({u"", u"Noch eins", 2, 0});
+  linked.Commit();
+  EXPECT_TRUE(std::filesystem::is_symlink(Path()));
+  EXPECT_EQ(Store().List().size(), 2u);
+  EXPECT_EQ(files.Names(), (std::vector<std::string>{"categories.xml", "elsewhere.xml"}));
 }
 
 TEST_F(XmlCategoryStoreTest, AFailedWriteRaisesCreateFileAndLeavesNothing) {

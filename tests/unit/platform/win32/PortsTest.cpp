@@ -9,12 +9,13 @@
 
 #include "IniCases.h"
 #include "platform/win32/WinText.h"
-#include "support/ErrorObject.h"
+#include "support/FileLength.h"
 #include "support/IniFile.h"
 #include "support/MessageTable.h"
 #include "support/Options.h"
 #include "support/Ports.h"
 #include "support/ProcessValues.h"
+#include "support/ProductPaths.h"
 #include "support/SpecialFolders.h"
 #include "support/Utf.h"
 
@@ -66,7 +67,7 @@ TEST(Win32ShellPort, ProductFoldersUseBackslashes) {
   EXPECT_EQ(SpecialFolders::GetSettingsPath(), common + u"\\Quorvane\\Kolvane\\");
   const std::u16string user =
       SpecialFolders::GetSpecialFolder(SpecialFolders::kCsidlAppData, false);
-  EXPECT_EQ(ErrorObject::GetAppDataPath(), user + u"\\Quorvane\\Kolvane\\");
+  EXPECT_EQ(ProductPaths::AppData(), user + u"\\Quorvane\\Kolvane\\");
   std::u16string path = u"C:\\x";
   SpecialFolders::AddBackslash(path);
   EXPECT_EQ(path, u"C:\\x\\");
@@ -100,10 +101,10 @@ TEST(Win32StringResources, TheResourceHoldsTheMessageTable) {
 TEST(Win32FileHelper, FileLength) {
   const std::u16string file = TempFolder() + u"tandrel4-length-\u00e4.bin";
   WriteBytes(file, std::string(777, 'z'));
-  EXPECT_EQ(ErrorObject::FileLength(file), 777);
+  EXPECT_EQ(FileLength::Of(file), 777);
   ::DeleteFileW(WinText::Wide(file));
-  EXPECT_EQ(ErrorObject::FileLength(file), 0);
-  EXPECT_EQ(ErrorObject::FileLength(TempFolder()), 0);
+  EXPECT_EQ(FileLength::Of(file), 0);
+  EXPECT_EQ(FileLength::Of(TempFolder()), 0);
 }
 
 class SettingsFile : public ::testing::Test {
