@@ -2,6 +2,7 @@
 
 #include "masterlist/MasterlistParser.h"
 #include "support/ErrorFrame.h"
+#include "support/HexCodec.h"
 #include "support/RunTimeError.h"
 
 namespace t4 {
@@ -10,15 +11,10 @@ namespace {
 
 uint8_t HexByte(const std::u16string& part) {
   if (part.empty() || part.size() > 8) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
-  uint32_t value = 0;
-  for (char16_t c : part) {
-    int d = -1;
-    if (c >= u'0' && c <= u'9') d = c - u'0';
-    if (c >= u'a' && c <= u'f') d = c - u'a' + 10;
-    if (c >= u'A' && c <= u'F') d = c - u'A' + 10;
-    if (d < 0) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
-    value = value * 16 + static_cast<uint32_t>(d);
-  }
+  // Up to eight digits, all of them: "1g" is no byte, "1ff" too large.
+  const HexCodec::Number number = HexCodec::LeadingNumber(part);
+  if (number.digits != part.size()) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
+  const uint64_t value = number.value;
   if (value > 0xFF) throw RunTimeError::Make(RunTimeError::kOverflow);
   return static_cast<uint8_t>(value);
 }

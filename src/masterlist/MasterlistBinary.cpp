@@ -1,6 +1,7 @@
 #include "masterlist/MasterlistBinary.h"
 
 #include "support/ErrorFrame.h"
+#include "support/HexCodec.h"
 
 namespace t4 {
 
@@ -61,19 +62,18 @@ std::u16string MasterlistBinary::Convert(const std::u16string& list) {
   return Frame(className_, u"IMasterlist_Convert", [&] {
     std::u16string out;
     if (list.empty()) return out;
-    static constexpr char16_t kDigits[] = u"0123456789abcdef";
     bool first = true;
+    char16_t digits[2];
     for (uint8_t b : Encode(list)) {
       if (!first) out += u',';
       first = false;
-      if (b >= 16) {
-        out += kDigits[b >> 4];
-        out += kDigits[b & 15];
-      } else if (!narrowPadding_ || b < 10) {
-        out += u'0';
-        out += kDigits[b];
+      HexCodec::PutByte(b, digits, HexCodec::Letters::kLower);
+      // A letter is no number: the narrow "00" format leaves a lone a-f
+      // digit unpadded.
+      if (narrowPadding_ && b >= 10 && b < 16) {
+        out += digits[1];
       } else {
-        out += kDigits[b];  // a letter is no number: the "00" format leaves it alone
+        out.append(digits, 2);
       }
     }
     return out;

@@ -312,9 +312,9 @@ void Categories::Fire(bool enabled, F&& call) {
   // A subscriber may advise, unadvise or edit the model from inside an
   // event: walk a copy of the list.
   const auto sinks = sinks_;
-  for (const auto& [cookie, sink] : sinks) {
+  for (const auto& entry : sinks) {
     // The raiser ignores what a subscriber throws.
-    Attempt([&] { call(*sink); });
+    Attempt([&] { call(*entry.second); });
   }
 }
 

@@ -8,8 +8,9 @@
 
 namespace t4 {
 
-// Errors the original Visual Basic run time would raise, with its numbers and
-// English texts, so that hosts see the numbers they know (docs/errors.md).
+// The library's run-time errors, numbered and worded as Visual Basic's run
+// time numbers them, so that VBA, VBScript and VB hosts see the numbers
+// they already handle (docs/errors.md).
 class RunTimeError {
  public:
   enum : int32_t {
