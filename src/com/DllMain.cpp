@@ -7,8 +7,8 @@
 #include "com/ClassFactory.h"
 #include "com/ComModule.h"
 #include "com/Registration.h"
+#include "platform/common/DefaultPorts.h"
 #include "platform/win32/ModuleHandle.h"
-#include "platform/win32/Win32Ports.h"
 
 using t4::com::ClassFactory;
 using t4::com::ComModule;
@@ -21,7 +21,7 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved) {
     case DLL_PROCESS_ATTACH:
       // The message table and the type library are resources of this DLL.
       t4::win32::SetModuleHandle(instance);
-      t4::win32::UseDefaultPorts();
+      t4::platform::UseDefaultPorts();
       ::DisableThreadLibraryCalls(instance);
       break;
     case DLL_PROCESS_DETACH:

@@ -14,10 +14,10 @@
 #include <string>
 
 #include "ProfileGenerator.h"
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 
 int main(int argc, char** argv) {
-  t4::posix::UseDefaultPorts();
+  t4::platform::UseDefaultPorts();
   t4::tools::ProfileGenerator::Options options;
   std::string out;
   std::string list;

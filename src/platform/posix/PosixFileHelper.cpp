@@ -1,5 +1,5 @@
 #include "platform/posix/PosixFileHelper.h"
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 
 #include <sys/stat.h>
 

@@ -1,5 +1,5 @@
 #include "platform/posix/PosixMapiLibrary.h"
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 
 #include "platform/posix/MaildirSession.h"
 #include "platform/posix/MaildirTable.h"

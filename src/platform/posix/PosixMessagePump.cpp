@@ -1,4 +1,4 @@
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 #include "support/IMessagePump.h"
 
 namespace t4 {

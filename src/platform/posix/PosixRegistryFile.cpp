@@ -1,5 +1,5 @@
 #include "platform/posix/PosixRegistryFile.h"
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 
 #include <cerrno>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 #include "platform/posix/PosixShellPort.h"
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 
 #include <locale.h>
 #include <time.h>

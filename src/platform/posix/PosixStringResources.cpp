@@ -1,5 +1,5 @@
 #include "platform/posix/PosixStringResources.h"
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 
 #include "support/MessageTable.h"
 #include "support/Ports.h"

@@ -1,5 +1,5 @@
 #include "platform/posix/XmlRulesLibrary.h"
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 
 #include <cstdlib>
 

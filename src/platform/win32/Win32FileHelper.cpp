@@ -1,5 +1,5 @@
 #include "platform/win32/Win32FileHelper.h"
-#include "platform/win32/Win32Ports.h"
+#include "platform/common/DefaultPorts.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "platform/win32/Win32Ports.h"
+#include "platform/common/DefaultPorts.h"
 #include "support/IMessagePump.h"
 
 namespace t4 {

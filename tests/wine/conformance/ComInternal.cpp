@@ -38,7 +38,7 @@
 #include "com/RulesReaderObject.h"
 #include "com/Variants.h"
 #include "com/Wrappers.h"
-#include "platform/win32/Win32Ports.h"
+#include "platform/common/DefaultPorts.h"
 #include "support/Error.h"
 #include "support/ErrorFrame.h"
 #include "support/RunTimeError.h"
@@ -471,7 +471,7 @@ void TestPendingMembers() {
 }  // namespace
 
 int wmain() {
-  t4::win32::UseDefaultPorts();
+  t4::platform::UseDefaultPorts();
   if (!TestLog::CheckHr(::CoInitialize(nullptr), S_OK, "CoInitialize")) return TestLog::Summary();
   TestErrorBoundary();
   TestVariants();

@@ -5,7 +5,7 @@
 
 #include "SessionFixture.h"
 #include "model/internal/ItemIndex.h"
-#include "platform/posix/PosixPorts.h"
+#include "platform/common/DefaultPorts.h"
 #include "platform/posix/XmlCategoryStore.h"
 #include "platform/posix/XmlRulesLibrary.h"
 #include "platform/posix/XmlRulesStorage.h"

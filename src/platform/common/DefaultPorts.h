@@ -6,7 +6,8 @@
 
 namespace t4 {
 
-// The default ports of this platform, each made when first needed.
+// The default ports of the platform library linked in (platform/posix or
+// platform/win32 defines each), made when first needed.
 std::shared_ptr<IShellPort> CreatePlatformShellPort();
 std::shared_ptr<IFileHelper> CreatePlatformFileHelper();
 std::shared_ptr<IStringResources> CreatePlatformStringResources();
@@ -15,14 +16,14 @@ std::shared_ptr<IMapiLibrary> CreatePlatformMapiLibrary();
 std::shared_ptr<IRulesLibrary> CreatePlatformRulesLibrary();
 std::shared_ptr<IMessagePump> CreatePlatformMessagePump();
 
-namespace win32 {
+namespace platform {
 
 // All of them, for Ports::UsePlatform.
 PlatformPorts DefaultPorts();
-// Ports::UsePlatform(DefaultPorts()): what a host of the library on this
-// platform calls once at start.
+// Ports::UsePlatform(DefaultPorts()): what a host of the library calls once
+// at start.
 void UseDefaultPorts();
 
-}  // namespace win32
+}  // namespace platform
 
 }  // namespace t4

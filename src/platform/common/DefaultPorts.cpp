@@ -1,6 +1,6 @@
-#include "platform/win32/Win32Ports.h"
+#include "platform/common/DefaultPorts.h"
 
-namespace t4::win32 {
+namespace t4::platform {
 
 PlatformPorts DefaultPorts() {
   PlatformPorts ports;
@@ -18,4 +18,4 @@ void UseDefaultPorts() {
   Ports::UsePlatform(DefaultPorts());
 }
 
-}  // namespace t4::win32
+}  // namespace t4::platform
