@@ -10,6 +10,7 @@
 #include "com/Wrappers.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
+#include "platform/win32/ComPtr.h"
 #include "platform/win32/Win32ClientApp.h"
 #include "session/IApplicationEvents.h"
 
@@ -39,8 +40,7 @@ class ApplicationObject::EventBridge final : public IApplicationEvents {
     if (owner_ == nullptr || owner_->events_.SinkCount() == 0) return;
     // A sink may release the host's last reference to the Application while
     // it runs; the wrapper stays alive until the event is over.
-    ComRef<IUnknown> keep(owner_->Identity());
-    keep->AddRef();
+    const auto keep = win32::ComPtr<IUnknown>::CopyFrom(owner_->Identity());
     VARIANT_BOOL flag = ToVariantBool(cancel);
     VARIANT args[3];  // last first, as IDispatch takes them
     V_VT(&args[0]) = VT_BYREF | VT_BOOL;
@@ -129,7 +129,9 @@ HRESULT ApplicationObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
 HRESULT ApplicationObject::Initialize(IDispatch* olApp) noexcept {
   // Nothing goes to the core as no client, which raises 91 there.
   return Boundary(kItf, [&] {
-    core_->Initialize(olApp != nullptr ? std::make_shared<win32::Win32ClientApp>(olApp) : nullptr);
+    core_->Initialize(olApp != nullptr ? std::make_shared<win32::Win32ClientApp>(
+                                             win32::ComPtr<IDispatch>::CopyFrom(olApp))
+                                       : nullptr);
   });
 }
 

@@ -7,6 +7,7 @@
 #include "com/Wrappers.h"
 #include "model/Category.h"
 #include "model/OutlookItem.h"
+#include "platform/win32/ComPtr.h"
 
 namespace t4::com {
 
@@ -81,8 +82,7 @@ class CategoriesObject::EventBridge final : public t4::ICategoriesEvents {
   void Raise(DISPID id, VARIANT* args, UINT count) {
     // A sink may release the host's last reference to the collection while
     // it runs; the wrapper stays alive until the event is over.
-    ComRef<IUnknown> keep(owner_->Identity());
-    keep->AddRef();
+    const auto keep = win32::ComPtr<IUnknown>::CopyFrom(owner_->Identity());
     DISPPARAMS params = {args, nullptr, count, 0};
     owner_->events_.Raise(id, &params);
   }
@@ -235,8 +235,8 @@ HRESULT CategoriesObject::NameExist(BSTR sName, VARIANT* Found, VARIANT_BOOL* bE
     // Found is optional; when it is given it receives the category or
     // Nothing, whatever it held before.
     if (Found != nullptr && !IsMissing(*Found)) {
-      ComRef<_Category> wrapper(exists ? Wrap(found) : nullptr);
-      AssignByRef(Found, static_cast<IDispatch*>(wrapper.get()));
+      const auto wrapper = win32::ComPtr<_Category>::Attach(exists ? Wrap(found) : nullptr);
+      AssignByRef(Found, static_cast<IDispatch*>(wrapper.Get()));
     }
     *bExist = ToVariantBool(exists);
   });

@@ -5,6 +5,7 @@
 #include "com/IdentityMap.h"
 #include "com/OutlookItemObject.h"
 #include "com/OutlookItemsObject.h"
+#include "platform/win32/ComPtr.h"
 #include "support/RunTimeError.h"
 
 namespace t4::com {
@@ -43,14 +44,13 @@ _OutlookItem* Wrap(const std::shared_ptr<t4::OutlookItem>& core) {
 
 std::shared_ptr<t4::Category> CoreOf(_Category* category) {
   if (category == nullptr) return nullptr;
-  ICategoryCore* own = nullptr;
-  if (FAILED(category->QueryInterface(__uuidof(ICategoryCore), reinterpret_cast<void**>(&own))) ||
-      own == nullptr) {
+  win32::ComPtr<ICategoryCore> own;
+  if (FAILED(
+          category->QueryInterface(__uuidof(ICategoryCore), reinterpret_cast<void**>(own.Put()))) ||
+      !own) {
     throw RunTimeError::Make(RunTimeError::kTypeMismatch);
   }
-  std::shared_ptr<t4::Category> core = own->CoreCategory();
-  own->Release();
-  return core;
+  return own->CoreCategory();
 }
 
 }  // namespace t4::com

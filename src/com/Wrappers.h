@@ -29,35 +29,4 @@ _OutlookItem* Wrap(const std::shared_ptr<t4::OutlookItem>& core);
 // wrong class.
 std::shared_ptr<t4::Category> CoreOf(_Category* category);
 
-// Owns one interface reference and releases it on scope exit.
-template <class I>
-class ComRef {
- public:
-  ComRef() noexcept = default;
-  // Takes over a reference the caller already holds.
-  explicit ComRef(I* pointer) noexcept : pointer_(pointer) {}
-  ~ComRef() {
-    if (pointer_ != nullptr) pointer_->Release();
-  }
-  ComRef(const ComRef&) = delete;
-  ComRef& operator=(const ComRef&) = delete;
-
-  I* get() const noexcept { return pointer_; }
-  I* operator->() const noexcept { return pointer_; }
-  // Releases the reference held and takes over `pointer`'s.
-  void Reset(I* pointer = nullptr) noexcept {
-    if (pointer_ != nullptr) pointer_->Release();
-    pointer_ = pointer;
-  }
-  // Hands the reference over to an [out] parameter.
-  I* Detach() noexcept {
-    I* pointer = pointer_;
-    pointer_ = nullptr;
-    return pointer;
-  }
-
- private:
-  I* pointer_ = nullptr;
-};
-
 }  // namespace t4::com

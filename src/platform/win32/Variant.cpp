@@ -250,7 +250,7 @@ bool Variant::ToBool() const {
   return V_BOOL(&truth.value_) != VARIANT_FALSE;
 }
 
-DispatchPtr Variant::ToObject() const {
+ComPtr<IDispatch> Variant::ToObject() const {
   Variant direct;
   CopyDirect(value_, direct.Out());
   const VARTYPE type = V_VT(&direct.value_);
@@ -259,12 +259,12 @@ DispatchPtr Variant::ToObject() const {
   }
   IUnknown* unknown = type == VT_DISPATCH ? V_DISPATCH(&direct.value_) : V_UNKNOWN(&direct.value_);
   if (unknown == nullptr) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
-  IDispatch* object = nullptr;
-  if (FAILED(unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&object))) ||
-      object == nullptr) {
+  ComPtr<IDispatch> object;
+  if (FAILED(unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(object.Put()))) ||
+      !object) {
     throw RunTimeError::Make(RunTimeError::kObjectRequired);
   }
-  return DispatchPtr::Attach(object);
+  return object;
 }
 
 std::vector<std::u16string> Variant::ToTextList() const {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/win32/DispatchPtr.h"
+#include "platform/win32/ComPtr.h"
 
 namespace t4::win32 {
 
@@ -57,7 +57,7 @@ class Variant {
   std::u16string ToText() const;
   int32_t ToLong() const;
   bool ToBool() const;
-  DispatchPtr ToObject() const;
+  ComPtr<IDispatch> ToObject() const;
   // A one-dimensional SAFEARRAY of VARIANT or BSTR (any lower bound) as
   // texts; Empty, Null and "" as no text, any other single value as one.
   std::vector<std::u16string> ToTextList() const;

@@ -177,7 +177,7 @@ TEST_F(DispatcherTest, FailingResultsBecomeErrors) {
   const Error unknown = Raised([&] { d.Get(u"NoSuchMember"); });
   EXPECT_EQ(unknown.Number(), 438);
   EXPECT_EQ(unknown.Description(), u"Object doesn't support this property or method");
-  EXPECT_EQ(Raised([] { Dispatcher(static_cast<IDispatch*>(nullptr)).Call(u"X"); }).Number(), 91);
+  EXPECT_EQ(Raised([] { Dispatcher(win32::ComPtr<IDispatch>()).Call(u"X"); }).Number(), 91);
 }
 
 TEST_F(DispatcherTest, ObjectResults) {
