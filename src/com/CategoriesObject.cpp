@@ -24,6 +24,12 @@ enum : DISPID {
   kMemberRemove = 5,
 };
 
+// An event argument: the identity-mapped wrapper of `core` as VT_DISPATCH.
+template <class Core>
+win32::Variant WrapperArgument(const std::shared_ptr<Core>& core) {
+  return win32::Variant::Object(win32::ComPtr<IDispatch>::Attach(Wrap(core)));
+}
+
 }  // namespace
 
 // The core subscriber of one wrapper. It lives as long as the core holds it
@@ -41,10 +47,9 @@ class CategoriesObject::EventBridge final : public t4::ICategoriesEvents {
   }
   void ItemRemove(const std::u16string& key) override {
     if (!Listened()) return;
-    ScopedVariant arg;
-    V_VT(arg.get()) = VT_BSTR;
-    V_BSTR(arg.get()) = ToBstr(key);
-    Raise(kItemRemove, arg.get(), 1);
+    const win32::Variant arg = win32::Variant::Text(key);
+    VARIANT plain = arg.Raw();  // borrowed; `arg` owns the string
+    Raise(kItemRemove, &plain, 1);
   }
   void MemberAdd(const std::shared_ptr<t4::Category>& item,
                  const std::shared_ptr<t4::OutlookItem>& member) override {
@@ -65,17 +70,11 @@ class CategoriesObject::EventBridge final : public t4::ICategoriesEvents {
                     const std::shared_ptr<t4::OutlookItem>& member = nullptr) {
     if (!Listened()) return;
     // IDispatch takes the arguments last first.
-    ScopedVariant args[2];
+    win32::Variant args[2];
     UINT count = 0;
-    if (member) {
-      V_VT(args[count].get()) = VT_DISPATCH;
-      V_DISPATCH(args[count].get()) = Wrap(member);
-      ++count;
-    }
-    V_VT(args[count].get()) = VT_DISPATCH;
-    V_DISPATCH(args[count].get()) = Wrap(item);
-    ++count;
-    VARIANT plain[2] = {*args[0], *args[1]};  // borrowed; the ScopedVariants own them
+    if (member) args[count++] = WrapperArgument(member);
+    args[count++] = WrapperArgument(item);
+    VARIANT plain[2] = {args[0].Raw(), args[1].Raw()};  // borrowed; `args` own the objects
     Raise(id, plain, count);
   }
 

@@ -38,6 +38,7 @@
 #include "com/RulesReaderObject.h"
 #include "com/Variants.h"
 #include "com/Wrappers.h"
+#include "platform/win32/VariantCoercion.h"
 #include "support/Error.h"
 #include "support/ErrorFrame.h"
 #include "support/RunTimeError.h"
@@ -139,6 +140,7 @@ void TestErrorBoundary() {
 
 void TestVariants() {
   using namespace t4::com;
+  using t4::win32::VariantCoercion;
   VARIANT inner;
   ::VariantInit(&inner);
   V_VT(&inner) = VT_I4;
@@ -149,8 +151,9 @@ void TestVariants() {
   VARIANT outer;
   V_VT(&outer) = VT_BYREF | VT_VARIANT;
   V_VARIANTREF(&outer) = &middle;
-  TestLog::Check(&Deref(outer) == &inner, "Deref follows nested VT_BYREF|VT_VARIANT");
-  TestLog::Check(LongOf(outer) == 7, "LongOf reads through references");
+  TestLog::Check(&VariantCoercion::Deref(outer) == &inner,
+                 "Deref follows nested VT_BYREF|VT_VARIANT");
+  TestLog::Check(VariantCoercion::Long(outer) == 7, "LongOf reads through references");
 
   // Writing back into a script variable (VT_BYREF|VT_VARIANT).
   AssignByRef(&outer, int32_t{42});
@@ -207,21 +210,23 @@ void TestVariants() {
   VARIANT number;
   V_VT(&number) = VT_BSTR;
   V_BSTR(&number) = ::SysAllocString(L"12");
-  TestLog::Check(!IsMissing(number) && LongOf(number) == 12 && TextOf(number) == u"12",
+  TestLog::Check(!IsMissing(number) && VariantCoercion::Long(number) == 12 &&
+                     VariantCoercion::Text(number) == u"12",
                  "text converts to a number");
   ::VariantClear(&number);
   V_VT(&number) = VT_R8;
   V_R8(&number) = 1e20;
   threw = false;
   try {
-    LongOf(number);
+    VariantCoercion::Long(number);
   } catch (const t4::Error& error) {
     threw = error.Number() == 6;
   }
   TestLog::Check(threw, "a number out of range raises overflow (6)");
   V_VT(&number) = VT_BOOL;
   V_BOOL(&number) = VARIANT_TRUE;
-  TestLog::Check(BoolOf(number) && LongOf(number) == -1, "True is -1 as a number");
+  TestLog::Check(VariantCoercion::Bool(number) && VariantCoercion::Long(number) == -1,
+                 "True is -1 as a number");
 }
 
 class Probe final : public t4::com::ComObject<Probe, t4::com::DispatchImpl<_ILanguage>> {

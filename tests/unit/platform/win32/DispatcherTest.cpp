@@ -271,7 +271,7 @@ TEST_F(DispatcherTest, ArgumentsAndResultsLeaveNoReferenceBehind) {
     return S_OK;
   });
   {
-    Variant args[] = {Variant::Object(child)};
+    Variant args[] = {Variant::Object(childObject)};
     EXPECT_EQ(child->References(), 2u);
     Dispatcher(object).Call(u"Take", args);
   }
