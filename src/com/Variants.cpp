@@ -5,6 +5,7 @@
 #include <new>
 
 #include "platform/win32/VariantCoercion.h"
+#include "support/NumberText.h"
 #include "support/RunTimeError.h"
 
 namespace t4::com {
@@ -16,7 +17,7 @@ using win32::VariantCoercion;
 // Positions are 64-bit in the core; a number beyond that names nothing.
 std::optional<ItemIndex> PositionOf(double value) {
   if (!std::isfinite(value)) return std::nullopt;
-  const double rounded = RoundHalfEven(value);
+  const double rounded = NumberText::RoundHalfEven(value);
   // 2^63 is exactly representable; anything at or beyond it does not fit.
   constexpr double kLimit = 9223372036854775808.0;
   if (rounded >= kLimit || rounded < -kLimit) return std::nullopt;
@@ -95,14 +96,6 @@ std::optional<ItemIndex> IndexAt(const VARIANT& index, int depth) {
 }
 
 }  // namespace
-
-double RoundHalfEven(double value) noexcept {
-  const double floor = std::floor(value);
-  const double fraction = value - floor;
-  if (fraction > 0.5) return floor + 1;
-  if (fraction < 0.5) return floor;
-  return std::fmod(floor, 2.0) == 0 ? floor : floor + 1;
-}
 
 std::optional<ItemIndex> IndexOf(const VARIANT& index) {
   return IndexAt(index, 0);

@@ -48,10 +48,6 @@ IDispatch* ObjectOf(const VARIANT& value);
 // References (VT_BYREF, also a script variable) are read through first.
 std::optional<ItemIndex> IndexOf(const VARIANT& index);
 
-// Rounds half to even ("banker's rounding", what VariantChangeType and
-// Visual Basic's CLng do); independent of the FPU's rounding mode.
-double RoundHalfEven(double value) noexcept;
-
 // Writes `value` into a by-reference argument: into the VARIANT that a
 // VT_BYREF|VT_VARIANT points at, through a typed reference (converted to
 // that type with win32::VariantCoercion), or, for a plain VARIANT, into the

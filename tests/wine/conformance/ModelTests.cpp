@@ -24,6 +24,7 @@
 #include "platform/win32/ComPtr.h"
 #include "support/Error.h"
 #include "support/HandleTable.h"
+#include "support/NumberText.h"
 
 using t4::win32::ComPtr;
 using t4test::Call;
@@ -135,7 +136,7 @@ void TestIndexConversion() {
   noDefault = Var();
   if (folder != nullptr) folder->Release();
 
-  using t4::com::RoundHalfEven;
+  const auto RoundHalfEven = &t4::NumberText::RoundHalfEven;
   TestLog::Check(RoundHalfEven(0.5) == 0 && RoundHalfEven(1.5) == 2 && RoundHalfEven(2.5) == 2 &&
                      RoundHalfEven(-2.5) == -2 && RoundHalfEven(-3.5) == -4 &&
                      RoundHalfEven(2.4999) == 2 && RoundHalfEven(2.5000001) == 3 &&
