@@ -2,7 +2,6 @@
 
 #include <new>
 
-#include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
 #include "com/HostFolderList.h"
 #include "com/LanguageSupport.h"
@@ -37,10 +36,7 @@ class ApplicationObject::EventBridge final : public IApplicationEvents {
   // Progress(lValue, lMax, bCancel): the sinks see bCancel by reference and
   // what the last of them left there comes back to the core.
   void Progress(int32_t value, int32_t max, bool& cancel) override {
-    if (owner_ == nullptr || owner_->events_.SinkCount() == 0) return;
-    // A sink may release the host's last reference to the Application while
-    // it runs; the wrapper stays alive until the event is over.
-    const auto keep = win32::ComPtr<IUnknown>::CopyFrom(owner_->Identity());
+    if (owner_ == nullptr || !owner_->HasSinks()) return;
     VARIANT_BOOL flag = ToVariantBool(cancel);
     VARIANT args[3];  // last first, as IDispatch takes them
     V_VT(&args[0]) = VT_BYREF | VT_BOOL;
@@ -50,7 +46,7 @@ class ApplicationObject::EventBridge final : public IApplicationEvents {
     V_VT(&args[2]) = VT_I4;
     V_I4(&args[2]) = value;
     DISPPARAMS params = {args, nullptr, 3, 0};
-    owner_->events_.Raise(kProgress, &params);
+    owner_->RaiseEvent(kProgress, &params);
     cancel = flag != VARIANT_FALSE;
   }
 
@@ -75,9 +71,7 @@ HRESULT ApplicationObject::Create(REFIID iid, void** object) noexcept {
 }
 
 ApplicationObject::ApplicationObject(std::shared_ptr<Application> core)
-    : core_(std::move(core)),
-      events_(static_cast<IConnectionPointContainer*>(this), DIID___Application),
-      bridge_(std::make_shared<EventBridge>(this)) {}
+    : core_(std::move(core)), bridge_(std::make_shared<EventBridge>(this)) {}
 
 ApplicationObject::~ApplicationObject() {
   bridge_->Detach();
@@ -92,7 +86,7 @@ ApplicationObject::~ApplicationObject() {
 void ApplicationObject::ListenWhenHeard() {
   // Without a sink nobody hears Progress, and the reader need not call out
   // once per item for nothing.
-  if (cookie_ != 0 || events_.SinkCount() == 0) return;
+  if (cookie_ != 0 || !HasSinks()) return;
   cookie_ = core_->Advise(bridge_);
 }
 
@@ -201,32 +195,6 @@ HRESULT ApplicationObject::put_LanguageID(LONG lLanguageID) noexcept {
 
 HRESULT ApplicationObject::get_SupportedLanguages(IDispatch** oLanguages) noexcept {
   return LanguageSupport::GetSupportedLanguages(kLanguageItf, *core_, oLanguages);
-}
-
-// IConnectionPointContainer ----------------------------------------------
-
-HRESULT ApplicationObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
-  IConnectionPoint* all[] = {&events_};
-  return EnumerateConnectionPoints(all, 1, points);
-}
-
-HRESULT ApplicationObject::FindConnectionPoint(REFIID riid, IConnectionPoint** point) noexcept {
-  if (point == nullptr) return E_POINTER;
-  *point = nullptr;
-  if (!IsEqualIID(riid, events_.Source())) return CONNECT_E_NOCONNECTION;
-  events_.AddRef();
-  *point = &events_;
-  return S_OK;
-}
-
-// IProvideClassInfo2 -----------------------------------------------------
-
-HRESULT ApplicationObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_Application, info);
-}
-
-HRESULT ApplicationObject::GetGUID(DWORD kind, GUID* guid) noexcept {
-  return DefaultSourceGuid(&DIID___Application, kind, guid);
 }
 
 }  // namespace t4::com

@@ -1,6 +1,5 @@
 #include "com/CategoriesObject.h"
 
-#include "com/ClassInfo.h"
 #include "com/Enumerator.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
@@ -63,7 +62,7 @@ class CategoriesObject::EventBridge final : public t4::ICategoriesEvents {
  private:
   // Nobody advised: no wrapper is made for an event no one hears (reading
   // and replays raise many).
-  bool Listened() const noexcept { return owner_ != nullptr && owner_->events_.SinkCount() != 0; }
+  bool Listened() const noexcept { return owner_ != nullptr && owner_->HasSinks(); }
 
   // (Item As Category) or (Item As Category, Member As OutlookItem).
   void RaiseObjects(DISPID id, const std::shared_ptr<t4::Category>& item,
@@ -79,20 +78,15 @@ class CategoriesObject::EventBridge final : public t4::ICategoriesEvents {
   }
 
   void Raise(DISPID id, VARIANT* args, UINT count) {
-    // A sink may release the host's last reference to the collection while
-    // it runs; the wrapper stays alive until the event is over.
-    const auto keep = win32::ComPtr<IUnknown>::CopyFrom(owner_->Identity());
     DISPPARAMS params = {args, nullptr, count, 0};
-    owner_->events_.Raise(id, &params);
+    owner_->RaiseEvent(id, &params);
   }
 
   CategoriesObject* owner_;
 };
 
 CategoriesObject::CategoriesObject(std::shared_ptr<t4::Categories> core)
-    : core_(std::move(core)),
-      events_(static_cast<IConnectionPointContainer*>(this), DIID___Categories),
-      bridge_(std::make_shared<EventBridge>(this)) {
+    : core_(std::move(core)), bridge_(std::make_shared<EventBridge>(this)) {
   cookie_ = core_->Advise(bridge_);
 }
 
@@ -255,32 +249,6 @@ HRESULT CategoriesObject::SetFilter(LONG FilterCategories, LONG FilterTypes,
     core_->SetFilter(FilterCategories, FilterTypes, static_cast<int32_t>(FilterMember),
                      static_cast<int32_t>(FilterMasterlist));
   });
-}
-
-// IConnectionPointContainer ----------------------------------------------
-
-HRESULT CategoriesObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
-  IConnectionPoint* all[] = {&events_};
-  return EnumerateConnectionPoints(all, 1, points);
-}
-
-HRESULT CategoriesObject::FindConnectionPoint(REFIID riid, IConnectionPoint** point) noexcept {
-  if (point == nullptr) return E_POINTER;
-  *point = nullptr;
-  if (!IsEqualIID(riid, events_.Source())) return CONNECT_E_NOCONNECTION;
-  events_.AddRef();
-  *point = &events_;
-  return S_OK;
-}
-
-// IProvideClassInfo2 -----------------------------------------------------
-
-HRESULT CategoriesObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_Categories, info);
-}
-
-HRESULT CategoriesObject::GetGUID(DWORD kind, GUID* guid) noexcept {
-  return DefaultSourceGuid(&DIID___Categories, kind, guid);
 }
 
 }  // namespace t4::com

@@ -4,6 +4,7 @@
 
 #include "com/ChildImpl.h"
 #include "com/ComObject.h"
+#include "com/ProvideClassInfo.h"
 #include "com/Tandrel4_h.h"
 #include "model/Category.h"
 
@@ -28,7 +29,7 @@ namespace t4::com {
 // the events and OutlookItem; never created by a client.
 class CategoryObject final
     : public ComObject<CategoryObject, DispatchImpl<_Category>, ChildImpl<CategoryObject>,
-                       IProvideClassInfo, ICategoryCore> {
+                       ProvideClassInfo<CLSID_Category>, ICategoryCore> {
  public:
   using DefaultInterface = _Category;
 
@@ -50,9 +51,6 @@ class CategoryObject final
   HRESULT STDMETHODCALLTYPE get_NewEnum(VARIANT IgnoreFilter, IUnknown** oEnum) noexcept override;
   HRESULT STDMETHODCALLTYPE get_ShortCut(LONG* lShortCut) noexcept override;
   HRESULT STDMETHODCALLTYPE put_ShortCut(LONG lShortCut) noexcept override;
-
-  // IProvideClassInfo
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
 
   // ICategoryCore
   std::shared_ptr<t4::Category> STDMETHODCALLTYPE CoreCategory() noexcept override { return core_; }

@@ -4,7 +4,6 @@
 #include <new>
 
 #include "com/CategoryRulesObjectWrapper.h"
-#include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
 #include "com/MasterlistObjectWrapper.h"
 #include "com/Variants.h"
@@ -52,14 +51,6 @@ HRESULT RulesReaderObject::GetMasterlist(VARIANT OutlookApp, IDispatch** oMaster
         std::make_shared<win32::DispatchCategoryStore>(std::move(outlook)));
     *oMasterlist = MasterlistObjectWrapper::Make(std::move(core));
   });
-}
-
-HRESULT RulesReaderObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_CategoryRules, info);
-}
-
-HRESULT RulesReaderObject::GetGUID(DWORD kind, GUID* guid) noexcept {
-  return DefaultSourceGuid(nullptr, kind, guid);
 }
 
 }  // namespace t4::com
