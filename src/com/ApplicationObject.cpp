@@ -6,7 +6,7 @@
 #include "com/HostFolderList.h"
 #include "com/LanguageSupport.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
 #include "platform/win32/ComPtr.h"

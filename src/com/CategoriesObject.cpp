@@ -3,7 +3,7 @@
 #include "com/Enumerator.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 #include "model/Category.h"
 #include "model/OutlookItem.h"
 #include "platform/win32/ComPtr.h"

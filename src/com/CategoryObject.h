@@ -25,7 +25,7 @@ __CRT_UUID_DECL(t4::com::ICategoryCore, 0xe00cf648, 0xf763, 0x45a4, 0x8c, 0x7a, 
 namespace t4::com {
 
 // COM face of one t4::Category. Answers _Category (default) and _IChild.
-// Handed out through the identity map (Wrap in Wrappers.h) by Categories,
+// Handed out through the identity map (Wrap in Wrap.h) by Categories,
 // the events and OutlookItem; never created by a client.
 class CategoryObject final
     : public ComObject<CategoryObject, DispatchImpl<_Category>, ChildImpl<CategoryObject>,

@@ -4,9 +4,9 @@
 
 #include <new>
 
+#include "com/CoreOf.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
 #include "model/Category.h"
 #include "platform/win32/DispatchClientObject.h"
 

@@ -37,7 +37,7 @@
 #include "com/OutlookItemsObject.h"
 #include "com/RulesReaderObject.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 #include "platform/win32/VariantCoercion.h"
 #include "support/Error.h"
 #include "support/ErrorFrame.h"
