@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
 # Runs the Windows build of the unit tests under Wine in a fresh prefix
 # inside the build directory: the portable tests with the win32 port tests
-# (tandrel4_unit_tests) and the tests of the COM layer's shared helpers
-# (t4_com_unit_tests).
+# (tandrel4_unit_tests), the tests of the COM layer's shared helpers
+# (t4_com_unit_tests) and of the Outlook stand-in's (t4_standin_unit_tests).
 #   scripts/run-unit-tests-wine.sh build/mingw64
 # Prints the test output and one line "wine-unit: N passed, M failed" over
-# both programs.
+# all three programs.
 set -u
 build=${1:?build directory}
-programs=("$build/tests/unit/tandrel4_unit_tests.exe" "$build/tests/wine/t4_com_unit_tests.exe")
+programs=("$build/tests/unit/tandrel4_unit_tests.exe" "$build/tests/wine/t4_com_unit_tests.exe"
+  "$build/tests/wine/standin/t4_standin_unit_tests.exe")
 for exe in "${programs[@]}"; do
   if [ ! -f "$exe" ]; then
     echo "wine-unit: 0 passed, 1 failed (no $exe)"
