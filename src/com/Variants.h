@@ -34,7 +34,7 @@ bool OptionalBool(const VARIANT& value, bool fallback);
 IDispatch* ObjectOf(const VARIANT& value);
 
 // The index a host passes to Item, Delete, Member or CategoriesRemove, read
-// the way the classic automation collection reads it:
+// the way Visual Basic's Collection object reads it:
 //   - any number (VT_I1..VT_UI8, VT_INT, VT_UINT, VT_R4, VT_R8, VT_CY,
 //     VT_DECIMAL, VT_BOOL) is a 1-based position, rounded half to even
 //     (2.5 -> 2, 3.5 -> 4); True is -1 and so names nothing;

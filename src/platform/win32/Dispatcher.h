@@ -51,7 +51,8 @@ class Dispatcher {
 
   // The error number a failed HRESULT stands for (0x800Annnn -> nnnn).
   static int32_t NumberOf(HRESULT hr) noexcept;
-  // The system's text for `hr`, or the run time's "Automation error".
+  // The system's text for `hr`, or "Automation error" (run-time error 440)
+  // when the system has none.
   static std::u16string SystemText(HRESULT hr);
 
  private:
