@@ -5,11 +5,11 @@
 
 #include <memory>
 
-#include "com/ProbeObject.h"
+#include "ErrorNumber.h"
+#include "ProbeObject.h"
 #include "com/Wrap.h"
 #include "model/Category.h"
 #include "platform/win32/ComPtr.h"
-#include "support/Error.h"
 
 namespace t4 {
 namespace {
@@ -30,12 +30,7 @@ TEST(CoreOf, AnObjectOfAnotherClassIsATypeMismatch) {
   // An object that only claims to be a _Category.
   auto* other = new test::ProbeObject<>();
   const auto held = ComPtr<IDispatch>::Attach(static_cast<com::DispatchImpl<_ILanguage>*>(other));
-  try {
-    com::CoreOf(reinterpret_cast<_Category*>(held.Get()));
-    FAIL() << "no error";
-  } catch (const Error& e) {
-    EXPECT_EQ(e.Number(), 13);
-  }
+  EXPECT_EQ(test::NumberOf([&] { com::CoreOf(reinterpret_cast<_Category*>(held.Get())); }), 13);
 }
 
 }  // namespace

@@ -6,9 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
+#include <vector>
 
+#include "Automation.h"
+#include "ProbeObject.h"
 #include "com/ComModule.h"
-#include "com/ProbeObject.h"
 #include "com/Tandrel4_h.h"
 #include "platform/win32/ComPtr.h"
 
@@ -18,42 +21,21 @@ namespace {
 using win32::ComPtr;
 using EventProbe = test::ProbeObject<com::EventSource<DIID___Categories>>;
 
-// An event sink on the stack: counts its references and the events it
-// hears, and runs `onEvent` inside each.
-class Sink final : public IDispatch {
+// One event a sink heard: its dispatch id and how many arguments it had.
+using Heard = std::pair<DISPID, UINT>;
+
+// An event sink on the stack (its references counted in `refs`): keeps
+// what it hears and runs `onEvent` inside each event.
+class Sink final : public t4test::StackDispatch {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch)) {
-      *object = static_cast<IDispatch*>(this);
-      AddRef();
-      return S_OK;
-    }
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
-  ULONG STDMETHODCALLTYPE Release() override { return --refs; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
-  }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*,
                                    EXCEPINFO*, UINT*) override {
-    ++calls;
-    lastId = id;
-    lastArgs = params->cArgs;
+    heard.emplace_back(id, params->cArgs);
     if (onEvent) onEvent();
     return S_OK;
   }
 
-  ULONG refs = 1;
-  int calls = 0;
-  DISPID lastId = 0;
-  UINT lastArgs = 0;
+  std::vector<Heard> heard;
   std::function<void()> onEvent;
 };
 
@@ -134,14 +116,12 @@ TEST(EventSource, RaiseEventReachesTheAdvisedSinks) {
   V_I4(&arg) = 3;
   DISPPARAMS params = {&arg, nullptr, 1, 0};
   probe.object->RaiseEvent(4, &params);
-  EXPECT_EQ(first.calls, 1);
-  EXPECT_EQ(second.calls, 1);
-  EXPECT_EQ(second.lastId, 4);
-  EXPECT_EQ(second.lastArgs, 1u);
+  EXPECT_EQ(first.heard, std::vector<Heard>{Heard(4, 1)});
+  EXPECT_EQ(second.heard, std::vector<Heard>{Heard(4, 1)});
   point->Unadvise(firstCookie);
-  probe.object->RaiseEvent(4, &params);
-  EXPECT_EQ(first.calls, 1);
-  EXPECT_EQ(second.calls, 2);
+  probe.object->RaiseEvent(5, &params);
+  EXPECT_EQ(first.heard.size(), 1u);
+  EXPECT_EQ(second.heard, (std::vector<Heard>{Heard(4, 1), Heard(5, 1)}));
   point->Unadvise(secondCookie);
   EXPECT_FALSE(probe.object->HasSinks());
   EXPECT_EQ(first.refs, 1u);

@@ -7,7 +7,7 @@
 
 #include <functional>
 
-#include "com/ProbeObject.h"
+#include "ProbeObject.h"
 #include "com/ProvideClassInfo2.h"
 #include "com/Tandrel4_h.h"
 #include "platform/win32/ComPtr.h"

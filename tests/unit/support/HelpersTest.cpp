@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "ErrorNumber.h"
 #include "support/ArrayGrowth.h"
 #include "support/NumberText.h"
 #include "support/RunTimeError.h"
@@ -111,12 +112,7 @@ TEST(NumberText, RoundToLongRoundsHalfEvenWithinThe32BitRange) {
   EXPECT_EQ(NumberText::RoundToLong(-2147483648.5), -2147483648);
   for (double outside : {2147483647.5, -2147483648.6, std::nan(""), HUGE_VAL}) {
     SCOPED_TRACE(outside);
-    try {
-      NumberText::RoundToLong(outside);
-      FAIL() << "no overflow";
-    } catch (const Error& e) {
-      EXPECT_EQ(e.Number(), RunTimeError::kOverflow);
-    }
+    EXPECT_EQ(test::NumberOf([&] { NumberText::RoundToLong(outside); }), RunTimeError::kOverflow);
   }
 }
 

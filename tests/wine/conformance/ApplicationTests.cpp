@@ -35,12 +35,8 @@ class Sink final : public t4test::StackDispatch {
 }  // namespace
 
 void TestApplicationIdentity() {
-  _Application* app = nullptr;
-  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
-                                reinterpret_cast<void**>(&app)))) {
-    TestLog::Fail("identity", "Application not created");
-    return;
-  }
+  _Application* app = NewApplicationOrFail("identity");
+  if (app == nullptr) return;
   TestLog::Check(app->AddRef() == 2, "AddRef after creation returns 2");
   TestLog::Check(app->Release() == 1, "Release returns 1");
 
@@ -126,12 +122,8 @@ void TestApplicationIdentity() {
 }
 
 void TestApplicationDispatch() {
-  _Application* app = nullptr;
-  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
-                                reinterpret_cast<void**>(&app)))) {
-    TestLog::Fail("dispatch", "Application not created");
-    return;
-  }
+  _Application* app = NewApplicationOrFail("dispatch");
+  if (app == nullptr) return;
   UINT count = 0;
   TestLog::CheckHr(app->GetTypeInfoCount(&count), S_OK, "GetTypeInfoCount");
   TestLog::Check(count == 1, "GetTypeInfoCount is 1");
@@ -270,13 +262,10 @@ void TestApplicationDispatch() {
 }
 
 void TestApplicationConnectionPoint() {
-  IConnectionPointContainer* container = nullptr;
-  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER,
-                                IID_IConnectionPointContainer,
-                                reinterpret_cast<void**>(&container)))) {
-    TestLog::Fail("connection points", "Application not created");
-    return;
-  }
+  auto* container =
+      CreateOrFail<IConnectionPointContainer>(CLSID_Application, IID_IConnectionPointContainer,
+                                              "connection points", "Application not created");
+  if (container == nullptr) return;
   IConnectionPoint* point = nullptr;
   TestLog::CheckHr(container->FindConnectionPoint(IID_IDispatch, &point), CONNECT_E_NOCONNECTION,
                    "FindConnectionPoint of a foreign interface");
@@ -324,14 +313,8 @@ void TestApplicationConnectionPoint() {
 }
 
 void TestOutlookSession() {
-  CLSID clsid = GUID_NULL;
-  IDispatch* outlook = nullptr;
-  if (FAILED(::CLSIDFromProgID(L"Tandrel4Test.Outlook", &clsid)) ||
-      FAILED(::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                reinterpret_cast<void**>(&outlook)))) {
-    TestLog::Fail("Outlook session", "the Outlook stand-in is not registered");
-    return;
-  }
+  IDispatch* outlook = NewOutlookStandInOrFail("Outlook session");
+  if (outlook == nullptr) return;
   using t4test::Call;
   using t4test::Put;
   using t4test::Var;

@@ -48,12 +48,8 @@ void CheckEvents(t4test::EventRecorder& sink, const std::vector<std::wstring>& e
 }  // namespace
 
 void TestPendingMembers() {
-  _Application* app = nullptr;
-  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
-                                reinterpret_cast<void**>(&app)))) {
-    TestLog::Fail("pending members", "Application not created");
-    return;
-  }
+  _Application* app = NewApplicationOrFail("pending members");
+  if (app == nullptr) return;
   _Categories* categories = nullptr;
   if (SUCCEEDED(app->get_Categories(&categories)) && categories != nullptr) {
     BSTR file = ::SysAllocString(L"C:\\t4tests\\list.txt");
@@ -70,12 +66,8 @@ void TestPendingMembers() {
 }
 
 void TestCategoriesEvents() {
-  _Application* app = nullptr;
-  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
-                                reinterpret_cast<void**>(&app)))) {
-    TestLog::Fail("Categories events", "Application not created");
-    return;
-  }
+  _Application* app = NewApplicationOrFail("Categories events");
+  if (app == nullptr) return;
   _Categories* cats = nullptr;
   _Categories* again = nullptr;
   app->get_Categories(&cats);

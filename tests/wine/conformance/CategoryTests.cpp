@@ -16,12 +16,8 @@
 namespace t4test {
 
 void TestErrorsAndTerminate() {
-  _Application* app = nullptr;
-  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
-                                reinterpret_cast<void**>(&app)))) {
-    TestLog::Fail("errors and Terminate", "Application not created");
-    return;
-  }
+  _Application* app = NewApplicationOrFail("errors and Terminate");
+  if (app == nullptr) return;
   _Categories* cats = nullptr;
   app->get_Categories(&cats);
   _Category* work = cats != nullptr ? AddCategory(cats, L"Work") : nullptr;

@@ -22,6 +22,7 @@
 #include "ModelSetup.h"
 #include "ModelTests.h"
 #include "ObjectModel.h"
+#include "ProbeObject.h"
 #include "TestLog.h"
 #include "com/ApplicationObject.h"
 #include "com/CategoriesObject.h"
@@ -229,18 +230,7 @@ void TestVariants() {
                  "True is -1 as a number");
 }
 
-class Probe final : public t4::com::ComObject<Probe, t4::com::DispatchImpl<_ILanguage>> {
- public:
-  HRESULT STDMETHODCALLTYPE get_LanguageID(LONG* value) noexcept override {
-    *value = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE put_LanguageID(LONG) noexcept override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE get_SupportedLanguages(IDispatch** value) noexcept override {
-    *value = nullptr;
-    return S_OK;
-  }
-};
+using Probe = t4::test::ProbeObject<>;
 
 void TestIdentityMap() {
   using t4::com::IdentityMap;

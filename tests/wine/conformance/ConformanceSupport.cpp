@@ -4,6 +4,18 @@
 
 namespace t4test {
 
+_Application* NewApplicationOrFail(const std::string& what) {
+  return CreateOrFail<_Application>(CLSID_Application, IID__Application, what,
+                                    "Application not created");
+}
+
+IDispatch* NewOutlookStandInOrFail(const std::string& what) {
+  CLSID clsid = GUID_NULL;
+  if (FAILED(::CLSIDFromProgID(L"Tandrel4Test.Outlook", &clsid))) clsid = GUID_NULL;
+  return CreateOrFail<IDispatch>(clsid, IID_IDispatch, what,
+                                 "the Outlook stand-in is not registered");
+}
+
 ULONG RefCount(IUnknown* object) {
   object->AddRef();
   return object->Release();

@@ -9,9 +9,32 @@
 
 #include <string>
 
+#include "TestLog.h"
 #include "com/Tandrel4_h.h"
 
 namespace t4test {
+
+// A new object of the registered class `clsid` seen as `iid` (a reference
+// for the caller). When it cannot be created, the check `what` fails with
+// `why` and the result is null.
+template <class I>
+I* CreateOrFail(REFCLSID clsid, REFIID iid, const std::string& what, const std::string& why) {
+  I* object = nullptr;
+  if (FAILED(::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, iid,
+                                reinterpret_cast<void**>(&object)))) {
+    TestLog::Fail(what, why);
+    return nullptr;
+  }
+  return object;
+}
+
+// A new Application seen as _Application; null, with `what` failed, when
+// it cannot be created.
+_Application* NewApplicationOrFail(const std::string& what);
+
+// The Outlook stand-in (Tandrel4Test.Outlook) as IDispatch; null, with
+// `what` failed, when it is not registered.
+IDispatch* NewOutlookStandInOrFail(const std::string& what);
 
 // Current reference count of `object` (what AddRef + Release report).
 ULONG RefCount(IUnknown* object);

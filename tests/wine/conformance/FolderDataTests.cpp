@@ -41,12 +41,9 @@ void TestFolderDataIdentity() {
 }
 
 void TestFolderData() {
-  _FolderData* folder = nullptr;
-  if (FAILED(::CoCreateInstance(CLSID_FolderData, nullptr, CLSCTX_INPROC_SERVER, IID__FolderData,
-                                reinterpret_cast<void**>(&folder)))) {
-    TestLog::Fail("FolderData", "not created");
-    return;
-  }
+  auto* folder =
+      CreateOrFail<_FolderData>(CLSID_FolderData, IID__FolderData, "FolderData", "not created");
+  if (folder == nullptr) return;
   BSTR text = nullptr;
   LONG count = -1;
   VARIANT_BOOL childs = VARIANT_TRUE;

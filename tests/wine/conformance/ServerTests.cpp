@@ -20,22 +20,22 @@ namespace {
 using CanUnloadFunction = HRESULT(STDAPICALLTYPE*)();
 using GetClassObjectFunction = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
 
+// ProgID `progId` resolves, to `expected`.
+void CheckProgId(const wchar_t* progId, const CLSID& expected) {
+  const std::string name = "ProgID " + TestLog::Utf8(progId);
+  CLSID clsid = GUID_NULL;
+  TestLog::CheckHr(::CLSIDFromProgID(progId, &clsid), S_OK, name + " resolves");
+  TestLog::Check(IsEqualCLSID(clsid, expected), name + " is CLSID");
+}
+
 }  // namespace
 
 void TestCreation() {
   CLSID clsid = GUID_NULL;
-  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.Application", &clsid), S_OK,
-                   "ProgID Tandrel4.Application resolves");
-  TestLog::Check(IsEqualCLSID(clsid, CLSID_Application), "ProgID Tandrel4.Application is CLSID");
-  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.Application.1", &clsid), S_OK,
-                   "ProgID Tandrel4.Application.1 resolves");
-  TestLog::Check(IsEqualCLSID(clsid, CLSID_Application), "ProgID Tandrel4.Application.1 is CLSID");
-  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.FolderData", &clsid), S_OK,
-                   "ProgID Tandrel4.FolderData resolves");
-  TestLog::Check(IsEqualCLSID(clsid, CLSID_FolderData), "ProgID Tandrel4.FolderData is CLSID");
-  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.FolderData.1", &clsid), S_OK,
-                   "ProgID Tandrel4.FolderData.1 resolves");
-  TestLog::Check(IsEqualCLSID(clsid, CLSID_FolderData), "ProgID Tandrel4.FolderData.1 is CLSID");
+  CheckProgId(L"Tandrel4.Application", CLSID_Application);
+  CheckProgId(L"Tandrel4.Application.1", CLSID_Application);
+  CheckProgId(L"Tandrel4.FolderData", CLSID_FolderData);
+  CheckProgId(L"Tandrel4.FolderData.1", CLSID_FolderData);
   TestLog::Check(FAILED(::CLSIDFromProgID(L"Tandrel4.Category", &clsid)),
                  "noncreatable Category has no ProgID");
 
@@ -47,14 +47,8 @@ void TestCreation() {
     ::CoTaskMemFree(progId);
   }
 
-  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.CategoryRules", &clsid), S_OK,
-                   "ProgID Tandrel4.CategoryRules resolves");
-  TestLog::Check(IsEqualCLSID(clsid, CLSID_CategoryRules),
-                 "ProgID Tandrel4.CategoryRules is CLSID");
-  TestLog::CheckHr(::CLSIDFromProgID(L"Tandrel4.CategoryRules.1", &clsid), S_OK,
-                   "ProgID Tandrel4.CategoryRules.1 resolves");
-  TestLog::Check(IsEqualCLSID(clsid, CLSID_CategoryRules),
-                 "ProgID Tandrel4.CategoryRules.1 is CLSID");
+  CheckProgId(L"Tandrel4.CategoryRules", CLSID_CategoryRules);
+  CheckProgId(L"Tandrel4.CategoryRules.1", CLSID_CategoryRules);
   TestLog::Check(FAILED(::CLSIDFromProgID(L"Tandrel4.MasterlistObject", &clsid)),
                  "noncreatable MasterlistObject has no ProgID");
 

@@ -17,16 +17,10 @@
 
 namespace t4test {
 
-void TestTypeLibrary() {
-  ITypeLib* lib = nullptr;
-  if (!TestLog::CheckHr(::LoadRegTypeLib(LIBID_Tandrel4, 1, 0, 0, &lib), S_OK,
-                        "LoadRegTypeLib Tandrel4 1.0")) {
-    return;
-  }
-  BSTR libName = nullptr;
-  lib->GetDocumentation(-1, &libName, nullptr, nullptr, nullptr);
-  TestLog::Check(TakeBstr(libName) == L"Tandrel4", "type library name is Tandrel4");
+namespace {
 
+// Each dual interface: its name, help string, member count and slot order.
+void CheckInterfaces(ITypeLib* lib) {
   for (const t4test::InterfaceModel& model : t4test::kInterfaces) {
     const std::string label = model.name;
     ITypeInfo* dispatchView = nullptr;
@@ -82,9 +76,11 @@ void TestTypeLibrary() {
     TestLog::Check(helped, label + " members all have help strings");
     info->Release();
   }
+}
 
-  // Dispatch ids and attributes of collection members and by-reference
-  // parameters.
+// The dispatch ids of the collections' Item (DISPID_VALUE) and NewEnum
+// (DISPID_NEWENUM, hidden and restricted).
+void CheckMemberIds(ITypeLib* lib) {
   struct MemberCheck {
     const IID* iid;
     const wchar_t* name;
@@ -124,7 +120,10 @@ void TestTypeLibrary() {
     info->ReleaseTypeAttr(attr);
     info->Release();
   }
+}
 
+// Optional and by-reference parameters.
+void CheckParameters(ITypeLib* lib) {
   struct ParamCheck {
     const IID* iid;
     const wchar_t* member;
@@ -176,8 +175,10 @@ void TestTypeLibrary() {
     info->ReleaseTypeAttr(attr);
     info->Release();
   }
+}
 
-  // Enums.
+// The three enums: their names and values, in order.
+void CheckEnums(ITypeLib* lib) {
   struct EnumValue {
     const wchar_t* name;
     LONG value;
@@ -223,8 +224,11 @@ void TestTypeLibrary() {
     info->Release();
     TestLog::Check(ok, "enum " + label + " names and values");
   }
+}
 
-  // Event interfaces.
+// The two event dispinterfaces: their methods in order with dispatch ids
+// from 1, and Progress's by-reference bCancel.
+void CheckEventInterfaces(ITypeLib* lib) {
   const struct {
     const IID* iid;
     std::vector<const wchar_t*> methods;
@@ -262,8 +266,10 @@ void TestTypeLibrary() {
     info->Release();
     TestLog::Check(ok, "events " + label + " in order");
   }
+}
 
-  // Classes: three creatable, six reached only through the object model.
+// Classes: three creatable, six reached only through the object model.
+void CheckClasses(ITypeLib* lib) {
   const struct {
     const CLSID* clsid;
     const wchar_t* name;
@@ -322,6 +328,25 @@ void TestTypeLibrary() {
                    label + (cls.creatable ? " creatable" : " noncreatable") +
                        " with its default and source interfaces");
   }
+}
+
+}  // namespace
+
+void TestTypeLibrary() {
+  ITypeLib* lib = nullptr;
+  if (!TestLog::CheckHr(::LoadRegTypeLib(LIBID_Tandrel4, 1, 0, 0, &lib), S_OK,
+                        "LoadRegTypeLib Tandrel4 1.0")) {
+    return;
+  }
+  BSTR libName = nullptr;
+  lib->GetDocumentation(-1, &libName, nullptr, nullptr, nullptr);
+  TestLog::Check(TakeBstr(libName) == L"Tandrel4", "type library name is Tandrel4");
+  CheckInterfaces(lib);
+  CheckMemberIds(lib);
+  CheckParameters(lib);
+  CheckEnums(lib);
+  CheckEventInterfaces(lib);
+  CheckClasses(lib);
   lib->Release();
 }
 

@@ -20,6 +20,14 @@ FakeDispatch* NewObject() {
   return new FakeDispatch();
 }
 
+// A fresh object with two references: one to hand on, and one the test keeps
+// so that it can read the count after the other has gone.
+FakeDispatch* WatchedObject() {
+  FakeDispatch* object = NewObject();
+  object->AddRef();
+  return object;
+}
+
 TEST(ComPtr, EachWayInSaysWhatItDoesWithTheReference) {
   const struct {
     const char* name;
@@ -52,8 +60,7 @@ TEST(ComPtr, EachWayInSaysWhatItDoesWithTheReference) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
-    FakeDispatch* object = NewObject();
-    object->AddRef();  // keeps the object readable after the ComPtr is gone
+    FakeDispatch* object = WatchedObject();
     {
       ComPtr<IDispatch> held = c.make(object);
       EXPECT_EQ(held.Get(), static_cast<IDispatch*>(object));
@@ -87,10 +94,8 @@ TEST(ComPtr, DetachGivesTheReferenceUp) {
 }
 
 TEST(ComPtr, ResetAndAssignmentReleaseWhatWasHeld) {
-  FakeDispatch* first = NewObject();
-  FakeDispatch* second = NewObject();
-  first->AddRef();
-  second->AddRef();
+  FakeDispatch* first = WatchedObject();
+  FakeDispatch* second = WatchedObject();
   auto held = ComPtr<IDispatch>::Attach(first);
   held = ComPtr<IDispatch>::Attach(second);
   EXPECT_EQ(first->References(), 1u);
@@ -105,8 +110,7 @@ TEST(ComPtr, ResetAndAssignmentReleaseWhatWasHeld) {
 
 TEST(ComPtr, PutReleasesAndOwnsWhatTheCallFillsIn) {
   FakeDispatch* source = NewObject();
-  FakeDispatch* old = NewObject();
-  old->AddRef();
+  FakeDispatch* old = WatchedObject();
   auto held = ComPtr<IDispatch>::Attach(old);
   // QueryInterface hands out a reference of its own through the slot.
   ASSERT_EQ(source->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(held.Put())), S_OK);

@@ -9,7 +9,7 @@
 #include <functional>
 #include <string>
 
-#include "support/Error.h"
+#include "ErrorNumber.h"
 
 namespace t4 {
 namespace {
@@ -24,14 +24,12 @@ VARIANT Double(double value) {
   return v;
 }
 
-// The error number a conversion raises, 0 when it raises none.
-int32_t NumberOf(const std::function<void()>& body) {
-  try {
-    body();
-  } catch (const Error& e) {
-    return e.Number();
-  }
-  return 0;
+// A script variable: VT_BYREF|VT_VARIANT pointing at `target`.
+VARIANT ReferenceTo(VARIANT* target) {
+  VARIANT v;
+  V_VT(&v) = VT_BYREF | VT_VARIANT;
+  V_VARIANTREF(&v) = target;
+  return v;
 }
 
 // The user's decimal separator, which numbers in text carry.
@@ -62,7 +60,7 @@ TEST(VariantCoercion, LongFollowsTheAutomationRules) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     int32_t value = 0;
-    EXPECT_EQ(NumberOf([&] { value = VariantCoercion::Long(c.value); }), c.error);
+    EXPECT_EQ(test::NumberOf([&] { value = VariantCoercion::Long(c.value); }), c.error);
     if (c.error == 0) {
       EXPECT_EQ(value, c.expected);
     }
@@ -82,7 +80,7 @@ TEST(VariantCoercion, TextConvertsToNumbersOrRaises) {
     SCOPED_TRACE(std::string(c.text, c.text + std::char_traits<char16_t>::length(c.text)));
     const Variant text = Variant::Text(c.text);
     int32_t value = 0;
-    EXPECT_EQ(NumberOf([&] { value = VariantCoercion::Long(text.Raw()); }), c.error);
+    EXPECT_EQ(test::NumberOf([&] { value = VariantCoercion::Long(text.Raw()); }), c.error);
     if (c.error == 0) {
       EXPECT_EQ(value, c.expected);
     }
@@ -94,7 +92,7 @@ TEST(VariantCoercion, BoolAndText) {
   EXPECT_TRUE(VariantCoercion::Bool(Variant::Text(u"True").Raw()));
   EXPECT_FALSE(VariantCoercion::Bool(Variant::Long(0).Raw()));
   EXPECT_TRUE(VariantCoercion::Bool(Variant::Long(5).Raw()));
-  EXPECT_EQ(NumberOf([] { VariantCoercion::Bool(Variant::Text(u"x").Raw()); }), 13);
+  EXPECT_EQ(test::NumberOf([] { VariantCoercion::Bool(Variant::Text(u"x").Raw()); }), 13);
   EXPECT_EQ(VariantCoercion::Text(Variant::Long(-12).Raw()), u"-12");
   // No VARIANT_ALPHABOOL: a truth value reads as its number.
   EXPECT_EQ(VariantCoercion::Text(Variant::Bool(true).Raw()), u"-1");
@@ -112,15 +110,9 @@ TEST(VariantCoercion, NumbersAndTextMeetInTheUsersLocale) {
 }
 
 TEST(VariantCoercion, DerefFollowsVariantReferencesOnly) {
-  VARIANT inner;
-  V_VT(&inner) = VT_I4;
-  V_I4(&inner) = 9;
-  VARIANT middle;
-  V_VT(&middle) = VT_BYREF | VT_VARIANT;
-  V_VARIANTREF(&middle) = &inner;
-  VARIANT outer;
-  V_VT(&outer) = VT_BYREF | VT_VARIANT;
-  V_VARIANTREF(&outer) = &middle;
+  VARIANT inner = Variant::Long(9).Raw();
+  VARIANT middle = ReferenceTo(&inner);
+  const VARIANT outer = ReferenceTo(&middle);
   EXPECT_EQ(&VariantCoercion::Deref(outer), &inner);
   EXPECT_EQ(VariantCoercion::Long(outer), 9);
   EXPECT_EQ(VariantCoercion::Text(outer), u"9");
@@ -130,11 +122,9 @@ TEST(VariantCoercion, DerefFollowsVariantReferencesOnly) {
   V_VT(&typedRef) = VT_BYREF | VT_I4;
   V_I4REF(&typedRef) = &typed;
   EXPECT_EQ(&VariantCoercion::Deref(typedRef), &typedRef);
-  VARIANT broken;
-  V_VT(&broken) = VT_BYREF | VT_VARIANT;
-  V_VARIANTREF(&broken) = nullptr;
+  const VARIANT broken = ReferenceTo(nullptr);
   EXPECT_EQ(&VariantCoercion::Deref(broken), &broken);
-  EXPECT_EQ(NumberOf([&] { VariantCoercion::Long(broken); }), 13);
+  EXPECT_EQ(test::NumberOf([&] { VariantCoercion::Long(broken); }), 13);
 }
 
 }  // namespace
