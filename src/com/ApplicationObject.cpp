@@ -2,14 +2,14 @@
 
 #include <new>
 
-#include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
 #include "com/HostFolderList.h"
 #include "com/LanguageSupport.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
+#include "platform/win32/ComPtr.h"
 #include "platform/win32/Win32ClientApp.h"
 #include "session/IApplicationEvents.h"
 
@@ -36,11 +36,7 @@ class ApplicationObject::EventBridge final : public IApplicationEvents {
   // Progress(lValue, lMax, bCancel): the sinks see bCancel by reference and
   // what the last of them left there comes back to the core.
   void Progress(int32_t value, int32_t max, bool& cancel) override {
-    if (owner_ == nullptr || owner_->events_.SinkCount() == 0) return;
-    // A sink may release the host's last reference to the Application while
-    // it runs; the wrapper stays alive until the event is over.
-    ComRef<IUnknown> keep(owner_->Identity());
-    keep->AddRef();
+    if (owner_ == nullptr || !owner_->HasSinks()) return;
     VARIANT_BOOL flag = ToVariantBool(cancel);
     VARIANT args[3];  // last first, as IDispatch takes them
     V_VT(&args[0]) = VT_BYREF | VT_BOOL;
@@ -50,7 +46,7 @@ class ApplicationObject::EventBridge final : public IApplicationEvents {
     V_VT(&args[2]) = VT_I4;
     V_I4(&args[2]) = value;
     DISPPARAMS params = {args, nullptr, 3, 0};
-    owner_->events_.Raise(kProgress, &params);
+    owner_->RaiseEvent(kProgress, &params);
     cancel = flag != VARIANT_FALSE;
   }
 
@@ -75,9 +71,7 @@ HRESULT ApplicationObject::Create(REFIID iid, void** object) noexcept {
 }
 
 ApplicationObject::ApplicationObject(std::shared_ptr<Application> core)
-    : core_(std::move(core)),
-      events_(static_cast<IConnectionPointContainer*>(this), DIID___Application),
-      bridge_(std::make_shared<EventBridge>(this)) {}
+    : core_(std::move(core)), bridge_(std::make_shared<EventBridge>(this)) {}
 
 ApplicationObject::~ApplicationObject() {
   bridge_->Detach();
@@ -92,7 +86,7 @@ ApplicationObject::~ApplicationObject() {
 void ApplicationObject::ListenWhenHeard() {
   // Without a sink nobody hears Progress, and the reader need not call out
   // once per item for nothing.
-  if (cookie_ != 0 || events_.SinkCount() == 0) return;
+  if (cookie_ != 0 || !HasSinks()) return;
   cookie_ = core_->Advise(bridge_);
 }
 
@@ -129,7 +123,9 @@ HRESULT ApplicationObject::get_Changed(VARIANT_BOOL* bChanged) noexcept {
 HRESULT ApplicationObject::Initialize(IDispatch* olApp) noexcept {
   // Nothing goes to the core as no client, which raises 91 there.
   return Boundary(kItf, [&] {
-    core_->Initialize(olApp != nullptr ? std::make_shared<win32::Win32ClientApp>(olApp) : nullptr);
+    core_->Initialize(olApp != nullptr ? std::make_shared<win32::Win32ClientApp>(
+                                             win32::ComPtr<IDispatch>::CopyFrom(olApp))
+                                       : nullptr);
   });
 }
 
@@ -199,32 +195,6 @@ HRESULT ApplicationObject::put_LanguageID(LONG lLanguageID) noexcept {
 
 HRESULT ApplicationObject::get_SupportedLanguages(IDispatch** oLanguages) noexcept {
   return LanguageSupport::GetSupportedLanguages(kLanguageItf, *core_, oLanguages);
-}
-
-// IConnectionPointContainer ----------------------------------------------
-
-HRESULT ApplicationObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
-  IConnectionPoint* all[] = {&events_};
-  return EnumerateConnectionPoints(all, 1, points);
-}
-
-HRESULT ApplicationObject::FindConnectionPoint(REFIID riid, IConnectionPoint** point) noexcept {
-  if (point == nullptr) return E_POINTER;
-  *point = nullptr;
-  if (!IsEqualIID(riid, events_.Source())) return CONNECT_E_NOCONNECTION;
-  events_.AddRef();
-  *point = &events_;
-  return S_OK;
-}
-
-// IProvideClassInfo2 -----------------------------------------------------
-
-HRESULT ApplicationObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_Application, info);
-}
-
-HRESULT ApplicationObject::GetGUID(DWORD kind, GUID* guid) noexcept {
-  return DefaultSourceGuid(&DIID___Application, kind, guid);
 }
 
 }  // namespace t4::com

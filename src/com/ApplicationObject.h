@@ -3,7 +3,8 @@
 #include <memory>
 
 #include "com/ComObject.h"
-#include "com/ConnectionPoint.h"
+#include "com/EventSource.h"
+#include "com/ProvideClassInfo2.h"
 #include "com/Tandrel4_h.h"
 #include "session/Application.h"
 
@@ -21,7 +22,8 @@ namespace t4::com {
 // bCancel as VT_BYREF|VT_BOOL.
 class ApplicationObject final
     : public ComObject<ApplicationObject, DispatchImpl<_Application>, DispatchImpl<_ILanguage>,
-                       IConnectionPointContainer, IProvideClassInfo2> {
+                       EventSource<DIID___Application>,
+                       ProvideClassInfo2<CLSID_Application, &DIID___Application>> {
  public:
   // Class factory entry: a new root object with a new core Application.
   static HRESULT Create(REFIID iid, void** object) noexcept;
@@ -52,15 +54,6 @@ class ApplicationObject final
   HRESULT STDMETHODCALLTYPE put_LanguageID(LONG lLanguageID) noexcept override;
   HRESULT STDMETHODCALLTYPE get_SupportedLanguages(IDispatch** oLanguages) noexcept override;
 
-  // IConnectionPointContainer
-  HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) noexcept override;
-  HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID riid,
-                                                IConnectionPoint** point) noexcept override;
-
-  // IProvideClassInfo2
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
-  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
-
   const std::shared_ptr<Application>& Core() const noexcept { return core_; }
 
  private:
@@ -70,7 +63,6 @@ class ApplicationObject final
   void ListenWhenHeard();
 
   std::shared_ptr<Application> core_;
-  ConnectionPoint events_;
   std::shared_ptr<EventBridge> bridge_;
   int32_t cookie_ = 0;
 };

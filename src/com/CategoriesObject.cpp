@@ -1,12 +1,12 @@
 #include "com/CategoriesObject.h"
 
-#include "com/ClassInfo.h"
 #include "com/Enumerator.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 #include "model/Category.h"
 #include "model/OutlookItem.h"
+#include "platform/win32/ComPtr.h"
 
 namespace t4::com {
 
@@ -22,6 +22,12 @@ enum : DISPID {
   kMemberAdd = 4,
   kMemberRemove = 5,
 };
+
+// An event argument: the identity-mapped wrapper of `core` as VT_DISPATCH.
+template <class Core>
+win32::Variant WrapperArgument(const std::shared_ptr<Core>& core) {
+  return win32::Variant::Object(win32::ComPtr<IDispatch>::Attach(Wrap(core)));
+}
 
 }  // namespace
 
@@ -40,10 +46,9 @@ class CategoriesObject::EventBridge final : public t4::ICategoriesEvents {
   }
   void ItemRemove(const std::u16string& key) override {
     if (!Listened()) return;
-    ScopedVariant arg;
-    V_VT(arg.get()) = VT_BSTR;
-    V_BSTR(arg.get()) = ToBstr(key);
-    Raise(kItemRemove, arg.get(), 1);
+    const win32::Variant arg = win32::Variant::Text(key);
+    VARIANT plain = arg.Raw();  // borrowed; `arg` owns the string
+    Raise(kItemRemove, &plain, 1);
   }
   void MemberAdd(const std::shared_ptr<t4::Category>& item,
                  const std::shared_ptr<t4::OutlookItem>& member) override {
@@ -57,43 +62,31 @@ class CategoriesObject::EventBridge final : public t4::ICategoriesEvents {
  private:
   // Nobody advised: no wrapper is made for an event no one hears (reading
   // and replays raise many).
-  bool Listened() const noexcept { return owner_ != nullptr && owner_->events_.SinkCount() != 0; }
+  bool Listened() const noexcept { return owner_ != nullptr && owner_->HasSinks(); }
 
   // (Item As Category) or (Item As Category, Member As OutlookItem).
   void RaiseObjects(DISPID id, const std::shared_ptr<t4::Category>& item,
                     const std::shared_ptr<t4::OutlookItem>& member = nullptr) {
     if (!Listened()) return;
     // IDispatch takes the arguments last first.
-    ScopedVariant args[2];
+    win32::Variant args[2];
     UINT count = 0;
-    if (member) {
-      V_VT(args[count].get()) = VT_DISPATCH;
-      V_DISPATCH(args[count].get()) = Wrap(member);
-      ++count;
-    }
-    V_VT(args[count].get()) = VT_DISPATCH;
-    V_DISPATCH(args[count].get()) = Wrap(item);
-    ++count;
-    VARIANT plain[2] = {*args[0], *args[1]};  // borrowed; the ScopedVariants own them
+    if (member) args[count++] = WrapperArgument(member);
+    args[count++] = WrapperArgument(item);
+    VARIANT plain[2] = {args[0].Raw(), args[1].Raw()};  // borrowed; `args` own the objects
     Raise(id, plain, count);
   }
 
   void Raise(DISPID id, VARIANT* args, UINT count) {
-    // A sink may release the host's last reference to the collection while
-    // it runs; the wrapper stays alive until the event is over.
-    ComRef<IUnknown> keep(owner_->Identity());
-    keep->AddRef();
     DISPPARAMS params = {args, nullptr, count, 0};
-    owner_->events_.Raise(id, &params);
+    owner_->RaiseEvent(id, &params);
   }
 
   CategoriesObject* owner_;
 };
 
 CategoriesObject::CategoriesObject(std::shared_ptr<t4::Categories> core)
-    : core_(std::move(core)),
-      events_(static_cast<IConnectionPointContainer*>(this), DIID___Categories),
-      bridge_(std::make_shared<EventBridge>(this)) {
+    : core_(std::move(core)), bridge_(std::make_shared<EventBridge>(this)) {
   cookie_ = core_->Advise(bridge_);
 }
 
@@ -235,8 +228,8 @@ HRESULT CategoriesObject::NameExist(BSTR sName, VARIANT* Found, VARIANT_BOOL* bE
     // Found is optional; when it is given it receives the category or
     // Nothing, whatever it held before.
     if (Found != nullptr && !IsMissing(*Found)) {
-      ComRef<_Category> wrapper(exists ? Wrap(found) : nullptr);
-      AssignByRef(Found, static_cast<IDispatch*>(wrapper.get()));
+      const auto wrapper = win32::ComPtr<_Category>::Attach(exists ? Wrap(found) : nullptr);
+      AssignByRef(Found, static_cast<IDispatch*>(wrapper.Get()));
     }
     *bExist = ToVariantBool(exists);
   });
@@ -256,32 +249,6 @@ HRESULT CategoriesObject::SetFilter(LONG FilterCategories, LONG FilterTypes,
     core_->SetFilter(FilterCategories, FilterTypes, static_cast<int32_t>(FilterMember),
                      static_cast<int32_t>(FilterMasterlist));
   });
-}
-
-// IConnectionPointContainer ----------------------------------------------
-
-HRESULT CategoriesObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
-  IConnectionPoint* all[] = {&events_};
-  return EnumerateConnectionPoints(all, 1, points);
-}
-
-HRESULT CategoriesObject::FindConnectionPoint(REFIID riid, IConnectionPoint** point) noexcept {
-  if (point == nullptr) return E_POINTER;
-  *point = nullptr;
-  if (!IsEqualIID(riid, events_.Source())) return CONNECT_E_NOCONNECTION;
-  events_.AddRef();
-  *point = &events_;
-  return S_OK;
-}
-
-// IProvideClassInfo2 -----------------------------------------------------
-
-HRESULT CategoriesObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_Categories, info);
-}
-
-HRESULT CategoriesObject::GetGUID(DWORD kind, GUID* guid) noexcept {
-  return DefaultSourceGuid(&DIID___Categories, kind, guid);
 }
 
 }  // namespace t4::com

@@ -5,7 +5,8 @@
 
 #include "com/ChildImpl.h"
 #include "com/ComObject.h"
-#include "com/ConnectionPoint.h"
+#include "com/EventSource.h"
+#include "com/ProvideClassInfo2.h"
 #include "com/Tandrel4_h.h"
 #include "model/Categories.h"
 
@@ -23,7 +24,8 @@ namespace t4::com {
 // identity-mapped wrappers of the objects as arguments.
 class CategoriesObject final
     : public ComObject<CategoriesObject, DispatchImpl<_Categories>, ChildImpl<CategoriesObject>,
-                       IConnectionPointContainer, IProvideClassInfo2> {
+                       EventSource<DIID___Categories>,
+                       ProvideClassInfo2<CLSID_Categories, &DIID___Categories>> {
  public:
   using DefaultInterface = _Categories;
 
@@ -65,22 +67,12 @@ class CategoriesObject final
                                       ::cmFilterMember FilterMember,
                                       ::cmFilterMasterlist FilterMasterlist) noexcept override;
 
-  // IConnectionPointContainer
-  HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) noexcept override;
-  HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID riid,
-                                                IConnectionPoint** point) noexcept override;
-
-  // IProvideClassInfo2
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
-  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
-
   const std::shared_ptr<t4::Categories>& Core() const noexcept { return core_; }
 
  private:
   class EventBridge;
 
   std::shared_ptr<t4::Categories> core_;
-  ConnectionPoint events_;
   std::shared_ptr<EventBridge> bridge_;
   int32_t cookie_ = 0;
 };

@@ -1,10 +1,9 @@
 #include "com/CategoryObject.h"
 
-#include "com/ClassInfo.h"
 #include "com/Enumerator.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 #include "model/OutlookItem.h"
 
 namespace t4::com {
@@ -102,12 +101,6 @@ HRESULT CategoryObject::get_ShortCut(LONG* lShortCut) noexcept {
 
 HRESULT CategoryObject::put_ShortCut(LONG lShortCut) noexcept {
   return Boundary(kItf, [&] { core_->SetShortCut(lShortCut); });
-}
-
-// IProvideClassInfo ------------------------------------------------------
-
-HRESULT CategoryObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_Category, info);
 }
 
 }  // namespace t4::com

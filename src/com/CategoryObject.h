@@ -4,6 +4,7 @@
 
 #include "com/ChildImpl.h"
 #include "com/ComObject.h"
+#include "com/ProvideClassInfo.h"
 #include "com/Tandrel4_h.h"
 #include "model/Category.h"
 
@@ -24,11 +25,11 @@ __CRT_UUID_DECL(t4::com::ICategoryCore, 0xe00cf648, 0xf763, 0x45a4, 0x8c, 0x7a, 
 namespace t4::com {
 
 // COM face of one t4::Category. Answers _Category (default) and _IChild.
-// Handed out through the identity map (Wrap in Wrappers.h) by Categories,
+// Handed out through the identity map (Wrap in Wrap.h) by Categories,
 // the events and OutlookItem; never created by a client.
 class CategoryObject final
     : public ComObject<CategoryObject, DispatchImpl<_Category>, ChildImpl<CategoryObject>,
-                       IProvideClassInfo, ICategoryCore> {
+                       ProvideClassInfo<CLSID_Category>, ICategoryCore> {
  public:
   using DefaultInterface = _Category;
 
@@ -50,9 +51,6 @@ class CategoryObject final
   HRESULT STDMETHODCALLTYPE get_NewEnum(VARIANT IgnoreFilter, IUnknown** oEnum) noexcept override;
   HRESULT STDMETHODCALLTYPE get_ShortCut(LONG* lShortCut) noexcept override;
   HRESULT STDMETHODCALLTYPE put_ShortCut(LONG lShortCut) noexcept override;
-
-  // IProvideClassInfo
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
 
   // ICategoryCore
   std::shared_ptr<t4::Category> STDMETHODCALLTYPE CoreCategory() noexcept override { return core_; }

@@ -1,6 +1,5 @@
 #include "com/CategoryRulesObjectWrapper.h"
 
-#include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
 
@@ -46,14 +45,6 @@ HRESULT CategoryRulesObjectWrapper::RenameCategory(BSTR* OldName, BSTR* NewName)
     Replace(OldName, oldName);
     Replace(NewName, newName);
   });
-}
-
-HRESULT CategoryRulesObjectWrapper::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_CategoryRulesObject, info);
-}
-
-HRESULT CategoryRulesObjectWrapper::GetGUID(DWORD kind, GUID* guid) noexcept {
-  return DefaultSourceGuid(nullptr, kind, guid);
 }
 
 }  // namespace t4::com

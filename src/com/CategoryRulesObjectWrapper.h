@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "com/ComObject.h"
+#include "com/ProvideClassInfo2.h"
 #include "com/Tandrel4_h.h"
 #include "support/ICategoryRules.h"
 
@@ -13,7 +14,7 @@ namespace t4::com {
 // object.
 class CategoryRulesObjectWrapper final
     : public ComObject<CategoryRulesObjectWrapper, DispatchImpl<_CategoryRulesObject>,
-                       IProvideClassInfo2> {
+                       ProvideClassInfo2<CLSID_CategoryRulesObject>> {
  public:
   // A new wrapper (one reference) seen as its default interface.
   static _CategoryRulesObject* Make(std::shared_ptr<ICategoryRules> core);
@@ -24,10 +25,6 @@ class CategoryRulesObjectWrapper final
   HRESULT STDMETHODCALLTYPE get_Changed(VARIANT_BOOL* bChanged) noexcept override;
   HRESULT STDMETHODCALLTYPE Save() noexcept override;
   HRESULT STDMETHODCALLTYPE RenameCategory(BSTR* OldName, BSTR* NewName) noexcept override;
-
-  // IProvideClassInfo2
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
-  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
 
  private:
   std::shared_ptr<ICategoryRules> core_;

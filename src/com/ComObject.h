@@ -54,6 +54,9 @@ class DispatchImpl : public Itf {
 
 namespace detail {
 
+// The interface a base of ComObject stands for: the base itself, or, for an
+// implementation of one (DispatchImpl, ChildImpl, EventSource,
+// ProvideClassInfo, ...), the interface it names as `Interface`.
 template <class B, class = void>
 struct InterfaceOf {
   using type = B;
@@ -63,8 +66,9 @@ struct InterfaceOf<B, std::void_t<typename B::Interface>> {
   using type = typename B::Interface;
 };
 
+// The dual interfaces, whose methods report errors through IErrorInfo.
 template <class B>
-constexpr bool kIsDispatchImpl = !std::is_same_v<typename InterfaceOf<B>::type, B>;
+constexpr bool kIsDual = std::is_base_of_v<IDispatch, typename InterfaceOf<B>::type>;
 
 // IProvideClassInfo2 also answers for its base IProvideClassInfo.
 template <class I>
@@ -79,8 +83,10 @@ bool Answers(REFIID riid) noexcept {
 }  // namespace detail
 
 // IUnknown and ISupportErrorInfo for every public class. `First` and `Rest`
-// are the interfaces (or DispatchImpl<interface>) the object implements;
-// `First` is the default interface that IDispatch and IUnknown answer with.
+// are the interfaces the object implements, or the shared implementations
+// of them (DispatchImpl, ChildImpl, EventSource, ProvideClassInfo,
+// ProvideClassInfo2); `First` is the default interface that IDispatch and
+// IUnknown answer with.
 // Every object counts towards DllCanUnloadNow while it lives. Release
 // deletes the object as `Derived`.
 template <class Derived, class First, class... Rest>
@@ -146,8 +152,8 @@ class ComObject : public First, public Rest..., public ISupportErrorInfo {
 
   template <class B>
   static bool SupportsErrorInfo(REFIID riid) noexcept {
-    if constexpr (detail::kIsDispatchImpl<B>) {
-      return IsEqualIID(riid, __uuidof(typename B::Interface));
+    if constexpr (detail::kIsDual<B>) {
+      return IsEqualIID(riid, __uuidof(typename detail::InterfaceOf<B>::type));
     } else {
       return false;
     }

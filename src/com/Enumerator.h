@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "com/EnumeratorBase.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 
 namespace t4::com {
 

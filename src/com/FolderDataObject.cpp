@@ -1,6 +1,5 @@
 #include "com/FolderDataObject.h"
 
-#include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
 #include "com/LanguageSupport.h"
 #include "com/Variants.h"
@@ -92,17 +91,6 @@ HRESULT FolderDataObject::put_LanguageID(LONG lLanguageID) noexcept {
 
 HRESULT FolderDataObject::get_SupportedLanguages(IDispatch** oLanguages) noexcept {
   return LanguageSupport::GetSupportedLanguages(kLanguageItf, *core_, oLanguages);
-}
-
-// IProvideClassInfo2 ------------------------------------------------------
-
-HRESULT FolderDataObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_FolderData, info);
-}
-
-HRESULT FolderDataObject::GetGUID(DWORD kind, GUID* guid) noexcept {
-  // FolderData raises no events.
-  return DefaultSourceGuid(nullptr, kind, guid);
 }
 
 }  // namespace t4::com

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "com/ComObject.h"
+#include "com/ProvideClassInfo2.h"
 #include "com/Tandrel4_h.h"
 #include "session/FolderData.h"
 
@@ -27,7 +28,7 @@ namespace t4::com {
 // _ILanguage.
 class FolderDataObject final
     : public ComObject<FolderDataObject, DispatchImpl<_FolderData>, DispatchImpl<_ILanguage>,
-                       IProvideClassInfo2, IFolderDataCore> {
+                       ProvideClassInfo2<CLSID_FolderData>, IFolderDataCore> {
  public:
   static HRESULT Create(REFIID iid, void** object) noexcept;
 
@@ -47,10 +48,6 @@ class FolderDataObject final
   HRESULT STDMETHODCALLTYPE get_LanguageID(LONG* lLanguageID) noexcept override;
   HRESULT STDMETHODCALLTYPE put_LanguageID(LONG lLanguageID) noexcept override;
   HRESULT STDMETHODCALLTYPE get_SupportedLanguages(IDispatch** oLanguages) noexcept override;
-
-  // IProvideClassInfo2
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
-  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
 
   // IFolderDataCore
   std::shared_ptr<FolderData> STDMETHODCALLTYPE CoreFolderData() noexcept override { return core_; }

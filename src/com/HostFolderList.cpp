@@ -35,7 +35,7 @@ bool IsScriptArray(const win32::Dispatcher& object) {
 
 }  // namespace
 
-HostFolderList::HostFolderList(Kind kind, win32::Variant array, win32::DispatchPtr object)
+HostFolderList::HostFolderList(Kind kind, win32::Variant array, win32::ComPtr<IDispatch> object)
     : kind_(kind), array_(std::move(array)), object_(std::move(object)) {
   if (kind_ != Kind::kArray) return;
   SAFEARRAY* data = V_ARRAY(&array_.Raw());
@@ -57,10 +57,10 @@ std::shared_ptr<IFolderList> HostFolderList::From(const VARIANT& list) {
     const VARTYPE element = static_cast<VARTYPE>(type & ~VT_ARRAY);
     if (element != VT_VARIANT && element != VT_DISPATCH && element != VT_UNKNOWN) Mismatch();
     return std::shared_ptr<IFolderList>(
-        new HostFolderList(Kind::kArray, std::move(value), win32::DispatchPtr()));
+        new HostFolderList(Kind::kArray, std::move(value), win32::ComPtr<IDispatch>()));
   }
   if (type != VT_DISPATCH && type != VT_UNKNOWN) Mismatch();
-  win32::DispatchPtr object = value.ToObject();
+  win32::ComPtr<IDispatch> object = value.ToObject();
   const win32::Dispatcher host(object);
   if (IsDictionary(host)) return From(host.Get(u"Items").Raw());
   if (IsScriptArray(host)) {
@@ -130,14 +130,13 @@ std::shared_ptr<FolderData> HostFolderList::FolderDataOf(const VARIANT& entry) {
   if (type != VT_DISPATCH && type != VT_UNKNOWN) Mismatch();
   IUnknown* object = type == VT_DISPATCH ? V_DISPATCH(&raw) : V_UNKNOWN(&raw);
   if (object == nullptr) return nullptr;
-  IFolderDataCore* own = nullptr;
-  if (FAILED(object->QueryInterface(__uuidof(IFolderDataCore), reinterpret_cast<void**>(&own))) ||
-      own == nullptr) {
+  win32::ComPtr<IFolderDataCore> own;
+  if (FAILED(
+          object->QueryInterface(__uuidof(IFolderDataCore), reinterpret_cast<void**>(own.Put()))) ||
+      !own) {
     Mismatch();
   }
-  std::shared_ptr<FolderData> core = own->CoreFolderData();
-  own->Release();
-  return core;
+  return own->CoreFolderData();
 }
 
 }  // namespace t4::com

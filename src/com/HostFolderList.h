@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "platform/win32/DispatchPtr.h"
+#include "platform/win32/ComPtr.h"
 #include "platform/win32/Variant.h"
 #include "session/IFolderList.h"
 
@@ -39,11 +39,11 @@ class HostFolderList final : public IFolderList {
  private:
   enum class Kind { kArray, kCollection, kScriptArray };
 
-  HostFolderList(Kind kind, win32::Variant array, win32::DispatchPtr object);
+  HostFolderList(Kind kind, win32::Variant array, win32::ComPtr<IDispatch> object);
 
   Kind kind_;
-  win32::Variant array_;       // kArray: a copy of the host's array
-  win32::DispatchPtr object_;  // kCollection, kScriptArray: the host's object
+  win32::Variant array_;             // kArray: a copy of the host's array
+  win32::ComPtr<IDispatch> object_;  // kCollection, kScriptArray: the host's object
   LONG lower_ = 0;
   int32_t count_ = 0;
 };

@@ -1,6 +1,5 @@
 #include "com/MasterlistObjectWrapper.h"
 
-#include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
 
@@ -42,14 +41,6 @@ HRESULT MasterlistObjectWrapper::Format(BSTR* sFormat) noexcept {
   if (sFormat == nullptr) return E_POINTER;
   *sFormat = nullptr;
   return Boundary(kItf, [&] { *sFormat = ToBstr(core_->Format()); });
-}
-
-HRESULT MasterlistObjectWrapper::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_MasterlistObject, info);
-}
-
-HRESULT MasterlistObjectWrapper::GetGUID(DWORD kind, GUID* guid) noexcept {
-  return DefaultSourceGuid(nullptr, kind, guid);
 }
 
 }  // namespace t4::com

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "com/ComObject.h"
+#include "com/ProvideClassInfo2.h"
 #include "com/Tandrel4_h.h"
 #include "support/IRulesCategoryList.h"
 
@@ -12,7 +13,7 @@ namespace t4::com {
 // out by CategoryRules.GetMasterlist). Each call goes to the core object.
 class MasterlistObjectWrapper final
     : public ComObject<MasterlistObjectWrapper, DispatchImpl<_MasterlistObject>,
-                       IProvideClassInfo2> {
+                       ProvideClassInfo2<CLSID_MasterlistObject>> {
  public:
   // A new wrapper (one reference) seen as its default interface.
   static _MasterlistObject* Make(std::shared_ptr<IRulesCategoryList> core);
@@ -23,10 +24,6 @@ class MasterlistObjectWrapper final
   HRESULT STDMETHODCALLTYPE ReadCategories(BSTR* sList) noexcept override;
   HRESULT STDMETHODCALLTYPE WriteCategories(BSTR* sList) noexcept override;
   HRESULT STDMETHODCALLTYPE Format(BSTR* sFormat) noexcept override;
-
-  // IProvideClassInfo2
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
-  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
 
  private:
   std::shared_ptr<IRulesCategoryList> core_;

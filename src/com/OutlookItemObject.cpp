@@ -4,10 +4,9 @@
 
 #include <new>
 
-#include "com/ClassInfo.h"
+#include "com/CoreOf.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
 #include "model/Category.h"
 #include "platform/win32/DispatchClientObject.h"
 
@@ -145,12 +144,6 @@ HRESULT OutlookItemObject::MoveToCategory(_Category* Category) noexcept {
 
 HRESULT OutlookItemObject::get_Subject(BSTR* sSubject) noexcept {
   return GetText(*core_, sSubject, &t4::OutlookItem::Subject);
-}
-
-// IProvideClassInfo ------------------------------------------------------
-
-HRESULT OutlookItemObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_OutlookItem, info);
 }
 
 }  // namespace t4::com

@@ -4,6 +4,7 @@
 
 #include "com/ChildImpl.h"
 #include "com/ComObject.h"
+#include "com/ProvideClassInfo.h"
 #include "com/Tandrel4_h.h"
 #include "model/OutlookItem.h"
 
@@ -12,8 +13,9 @@ namespace t4::com {
 // COM face of one t4::OutlookItem. Answers _OutlookItem (default) and
 // _IChild. Handed out through the identity map by OutlookItems, Category
 // and the events; items come only from reading, never from a client.
-class OutlookItemObject final : public ComObject<OutlookItemObject, DispatchImpl<_OutlookItem>,
-                                                 ChildImpl<OutlookItemObject>, IProvideClassInfo> {
+class OutlookItemObject final
+    : public ComObject<OutlookItemObject, DispatchImpl<_OutlookItem>, ChildImpl<OutlookItemObject>,
+                       ProvideClassInfo<CLSID_OutlookItem>> {
  public:
   using DefaultInterface = _OutlookItem;
 
@@ -34,9 +36,6 @@ class OutlookItemObject final : public ComObject<OutlookItemObject, DispatchImpl
   HRESULT STDMETHODCALLTYPE get_MessageClass(BSTR* sMessageClass) noexcept override;
   HRESULT STDMETHODCALLTYPE MoveToCategory(_Category* Category) noexcept override;
   HRESULT STDMETHODCALLTYPE get_Subject(BSTR* sSubject) noexcept override;
-
-  // IProvideClassInfo
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
 
   const std::shared_ptr<t4::OutlookItem>& Core() const noexcept { return core_; }
 

@@ -1,10 +1,9 @@
 #include "com/OutlookItemsObject.h"
 
-#include "com/ClassInfo.h"
 #include "com/Enumerator.h"
 #include "com/ErrorBoundary.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 
 namespace t4::com {
 
@@ -42,12 +41,6 @@ HRESULT OutlookItemsObject::get_NewEnum(IUnknown** oEnum) noexcept {
   *oEnum = nullptr;
   return Boundary(kItf,
                   [&] { return SnapshotEnum<t4::OutlookItem>::Create(core_->Enumerate(), oEnum); });
-}
-
-// IProvideClassInfo ------------------------------------------------------
-
-HRESULT OutlookItemsObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_OutlookItems, info);
 }
 
 }  // namespace t4::com

@@ -4,6 +4,7 @@
 
 #include "com/ChildImpl.h"
 #include "com/ComObject.h"
+#include "com/ProvideClassInfo.h"
 #include "com/Tandrel4_h.h"
 #include "model/OutlookItems.h"
 
@@ -14,7 +15,7 @@ namespace t4::com {
 // identity map.
 class OutlookItemsObject final
     : public ComObject<OutlookItemsObject, DispatchImpl<_OutlookItems>,
-                       ChildImpl<OutlookItemsObject>, IProvideClassInfo> {
+                       ChildImpl<OutlookItemsObject>, ProvideClassInfo<CLSID_OutlookItems>> {
  public:
   using DefaultInterface = _OutlookItems;
 
@@ -25,9 +26,6 @@ class OutlookItemsObject final
   HRESULT STDMETHODCALLTYPE get_Count(LONG* lCount) noexcept override;
   HRESULT STDMETHODCALLTYPE get_Item(VARIANT Index, _OutlookItem** oItem) noexcept override;
   HRESULT STDMETHODCALLTYPE get_NewEnum(IUnknown** oEnum) noexcept override;
-
-  // IProvideClassInfo
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
 
   const std::shared_ptr<t4::OutlookItems>& Core() const noexcept { return core_; }
 

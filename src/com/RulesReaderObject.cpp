@@ -4,10 +4,10 @@
 #include <new>
 
 #include "com/CategoryRulesObjectWrapper.h"
-#include "com/ClassInfo.h"
 #include "com/ErrorBoundary.h"
 #include "com/MasterlistObjectWrapper.h"
 #include "com/Variants.h"
+#include "platform/win32/ComPtr.h"
 #include "platform/win32/DispatchCategoryStore.h"
 #include "platform/win32/DispatchRuleStore.h"
 #include "rules/StoredCategoryList.h"
@@ -35,9 +35,9 @@ HRESULT RulesReaderObject::GetCategoryRules(VARIANT OutlookApp, IDispatch** oRul
   if (oRules == nullptr) return E_POINTER;
   *oRules = nullptr;
   return Boundary(kItf, [&] {
-    IDispatch* outlook = ObjectOf(OutlookApp);
+    auto outlook = win32::ComPtr<IDispatch>::CopyFrom(ObjectOf(OutlookApp));
     auto core = std::make_shared<t4::StoredCategoryRules>(
-        std::make_shared<win32::DispatchRuleStore>(outlook));
+        std::make_shared<win32::DispatchRuleStore>(std::move(outlook)));
     *oRules = CategoryRulesObjectWrapper::Make(std::move(core));
   });
 }
@@ -46,19 +46,11 @@ HRESULT RulesReaderObject::GetMasterlist(VARIANT OutlookApp, IDispatch** oMaster
   if (oMasterlist == nullptr) return E_POINTER;
   *oMasterlist = nullptr;
   return Boundary(kItf, [&] {
-    IDispatch* outlook = ObjectOf(OutlookApp);
+    auto outlook = win32::ComPtr<IDispatch>::CopyFrom(ObjectOf(OutlookApp));
     auto core = std::make_shared<t4::StoredCategoryList>(
-        std::make_shared<win32::DispatchCategoryStore>(outlook));
+        std::make_shared<win32::DispatchCategoryStore>(std::move(outlook)));
     *oMasterlist = MasterlistObjectWrapper::Make(std::move(core));
   });
-}
-
-HRESULT RulesReaderObject::GetClassInfo(ITypeInfo** info) noexcept {
-  return ClassTypeInfo(CLSID_CategoryRules, info);
-}
-
-HRESULT RulesReaderObject::GetGUID(DWORD kind, GUID* guid) noexcept {
-  return DefaultSourceGuid(nullptr, kind, guid);
 }
 
 }  // namespace t4::com

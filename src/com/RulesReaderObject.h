@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/ComObject.h"
+#include "com/ProvideClassInfo2.h"
 #include "com/Tandrel4_h.h"
 
 namespace t4::com {
@@ -10,7 +11,8 @@ namespace t4::com {
 // object model (late bound through the IDispatch the caller passes) and
 // hands it out in its wrapper.
 class RulesReaderObject final
-    : public ComObject<RulesReaderObject, DispatchImpl<_CategoryRulesReader>, IProvideClassInfo2> {
+    : public ComObject<RulesReaderObject, DispatchImpl<_CategoryRulesReader>,
+                       ProvideClassInfo2<CLSID_CategoryRules>> {
  public:
   // Class factory entry.
   static HRESULT Create(REFIID iid, void** object) noexcept;
@@ -20,10 +22,6 @@ class RulesReaderObject final
                                              IDispatch** oRules) noexcept override;
   HRESULT STDMETHODCALLTYPE GetMasterlist(VARIANT OutlookApp,
                                           IDispatch** oMasterlist) noexcept override;
-
-  // IProvideClassInfo2
-  HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) noexcept override;
-  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) noexcept override;
 };
 
 }  // namespace t4::com

@@ -4,28 +4,20 @@
 #include <limits>
 #include <new>
 
+#include "platform/win32/VariantCoercion.h"
+#include "support/NumberText.h"
 #include "support/RunTimeError.h"
 
 namespace t4::com {
 
 namespace {
 
-// Coerces `value` (read through any reference) to `type`; raises the
-// run-time error a VB client would get.
-void Coerce(const VARIANT& value, VARIANT* result, VARTYPE type) {
-  const VARIANT& source = Deref(value);
-  const HRESULT hr =
-      ::VariantChangeTypeEx(result, const_cast<VARIANT*>(&source), LOCALE_INVARIANT, 0, type);
-  if (SUCCEEDED(hr)) return;
-  if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
-  if (hr == DISP_E_OVERFLOW) throw RunTimeError::Make(RunTimeError::kOverflow);
-  throw RunTimeError::Make(RunTimeError::kTypeMismatch);
-}
+using win32::VariantCoercion;
 
 // Positions are 64-bit in the core; a number beyond that names nothing.
 std::optional<ItemIndex> PositionOf(double value) {
   if (!std::isfinite(value)) return std::nullopt;
-  const double rounded = RoundHalfEven(value);
+  const double rounded = NumberText::RoundHalfEven(value);
   // 2^63 is exactly representable; anything at or beyond it does not fit.
   constexpr double kLimit = 9223372036854775808.0;
   if (rounded >= kLimit || rounded < -kLimit) return std::nullopt;
@@ -38,11 +30,12 @@ constexpr int kDefaultValueDepth = 1;
 
 std::optional<ItemIndex> IndexAt(const VARIANT& index, int depth) {
   // A typed reference (VT_BYREF|VT_I4, ...) is read into a plain value.
-  ScopedVariant direct;
-  if (FAILED(::VariantCopyInd(direct.get(), const_cast<VARIANT*>(&Deref(index))))) {
+  win32::Variant direct;
+  if (FAILED(
+          ::VariantCopyInd(direct.Out(), const_cast<VARIANT*>(&VariantCoercion::Deref(index))))) {
     return std::nullopt;
   }
-  const VARIANT& v = *direct;
+  const VARIANT& v = direct.Raw();
   switch (V_VT(&v)) {
     case VT_BSTR:
       return ItemIndex::Key(FromBstr(V_BSTR(&v)));
@@ -90,12 +83,12 @@ std::optional<ItemIndex> IndexAt(const VARIANT& index, int depth) {
       IDispatch* object = V_DISPATCH(&v);
       if (object == nullptr || depth >= kDefaultValueDepth) return std::nullopt;
       DISPPARAMS none = {nullptr, nullptr, 0, 0};
-      ScopedVariant value;
+      win32::Variant value;
       const HRESULT hr = object->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT,
-                                        DISPATCH_PROPERTYGET | DISPATCH_METHOD, &none, value.get(),
+                                        DISPATCH_PROPERTYGET | DISPATCH_METHOD, &none, value.Out(),
                                         nullptr, nullptr);
       if (FAILED(hr)) return std::nullopt;
-      return IndexAt(*value, depth + 1);
+      return IndexAt(value.Raw(), depth + 1);
     }
     default:
       return std::nullopt;
@@ -104,36 +97,17 @@ std::optional<ItemIndex> IndexAt(const VARIANT& index, int depth) {
 
 }  // namespace
 
-double RoundHalfEven(double value) noexcept {
-  const double floor = std::floor(value);
-  const double fraction = value - floor;
-  if (fraction > 0.5) return floor + 1;
-  if (fraction < 0.5) return floor;
-  return std::fmod(floor, 2.0) == 0 ? floor : floor + 1;
-}
-
 std::optional<ItemIndex> IndexOf(const VARIANT& index) {
   return IndexAt(index, 0);
 }
 
-const VARIANT& Deref(const VARIANT& value) noexcept {
-  const VARIANT* current = &value;
-  // A cycle cannot be built by a sane client; the bound only guards against
-  // a broken one.
-  for (int depth = 0; depth < 16; ++depth) {
-    if (V_VT(current) != (VT_BYREF | VT_VARIANT) || V_VARIANTREF(current) == nullptr) break;
-    current = V_VARIANTREF(current);
-  }
-  return *current;
-}
-
 bool IsMissing(const VARIANT& value) noexcept {
-  const VARIANT& v = Deref(value);
+  const VARIANT& v = VariantCoercion::Deref(value);
   return V_VT(&v) == VT_ERROR && V_ERROR(&v) == DISP_E_PARAMNOTFOUND;
 }
 
 IDispatch* ObjectOf(const VARIANT& value) {
-  const VARIANT& v = Deref(value);
+  const VARIANT& v = VariantCoercion::Deref(value);
   IDispatch* object = nullptr;
   if (V_VT(&v) == VT_DISPATCH) {
     object = V_DISPATCH(&v);
@@ -145,47 +119,26 @@ IDispatch* ObjectOf(const VARIANT& value) {
   return RunTimeError::Require(object);
 }
 
-std::u16string TextOf(const VARIANT& value) {
-  ScopedVariant result;
-  Coerce(value, result.get(), VT_BSTR);
-  return FromBstr(V_BSTR(result.get()));
-}
-
-int32_t LongOf(const VARIANT& value) {
-  ScopedVariant result;
-  Coerce(value, result.get(), VT_I4);
-  return V_I4(result.get());
-}
-
-bool BoolOf(const VARIANT& value) {
-  ScopedVariant result;
-  Coerce(value, result.get(), VT_BOOL);
-  return V_BOOL(result.get()) != VARIANT_FALSE;
-}
-
 std::u16string OptionalText(const VARIANT& value, std::u16string_view fallback) {
-  return IsMissing(value) ? std::u16string(fallback) : TextOf(value);
+  return IsMissing(value) ? std::u16string(fallback) : VariantCoercion::Text(value);
 }
 
 int32_t OptionalLong(const VARIANT& value, int32_t fallback) {
-  return IsMissing(value) ? fallback : LongOf(value);
+  return IsMissing(value) ? fallback : VariantCoercion::Long(value);
 }
 
 bool OptionalBool(const VARIANT& value, bool fallback) {
-  return IsMissing(value) ? fallback : BoolOf(value);
+  return IsMissing(value) ? fallback : VariantCoercion::Bool(value);
 }
 
 void AssignByRef(VARIANT* target, const VARIANT& value) {
   if (target == nullptr) return;
-  VARIANT* slot = target;
-  while (V_VT(slot) == (VT_BYREF | VT_VARIANT) && V_VARIANTREF(slot) != nullptr) {
-    slot = V_VARIANTREF(slot);
-  }
+  VARIANT* slot = const_cast<VARIANT*>(&VariantCoercion::Deref(*target));
   const VARTYPE type = V_VT(slot);
   if ((type & VT_BYREF) == 0) {
     // The VARIANT itself is the variable.
-    ScopedVariant copy;
-    const HRESULT hr = ::VariantCopyInd(copy.get(), const_cast<VARIANT*>(&value));
+    win32::Variant copy;
+    const HRESULT hr = ::VariantCopyInd(copy.Out(), const_cast<VARIANT*>(&value));
     if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
     if (FAILED(hr)) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
     ::VariantClear(slot);
@@ -196,50 +149,51 @@ void AssignByRef(VARIANT* target, const VARIANT& value) {
   // write through the reference, releasing what it held before.
   const VARTYPE base = static_cast<VARTYPE>(type & ~VT_BYREF);
   if ((base & VT_ARRAY) != 0) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
-  ScopedVariant converted;
-  Coerce(value, converted.get(), base);
+  win32::Variant converted = VariantCoercion::To(value, base);
+  const VARIANT& v = converted.Raw();
+  VARIANT moved;  // a string or object whose ownership goes to the variable
   switch (base) {
     case VT_I2:
-      *V_I2REF(slot) = V_I2(converted.get());
+      *V_I2REF(slot) = V_I2(&v);
       break;
     case VT_I4:
-      *V_I4REF(slot) = V_I4(converted.get());
+      *V_I4REF(slot) = V_I4(&v);
       break;
     case VT_R4:
-      *V_R4REF(slot) = V_R4(converted.get());
+      *V_R4REF(slot) = V_R4(&v);
       break;
     case VT_R8:
-      *V_R8REF(slot) = V_R8(converted.get());
+      *V_R8REF(slot) = V_R8(&v);
       break;
     case VT_CY:
-      *V_CYREF(slot) = V_CY(converted.get());
+      *V_CYREF(slot) = V_CY(&v);
       break;
     case VT_DATE:
-      *V_DATEREF(slot) = V_DATE(converted.get());
+      *V_DATEREF(slot) = V_DATE(&v);
       break;
     case VT_BOOL:
-      *V_BOOLREF(slot) = V_BOOL(converted.get());
+      *V_BOOLREF(slot) = V_BOOL(&v);
       break;
     case VT_UI1:
-      *V_UI1REF(slot) = V_UI1(converted.get());
+      *V_UI1REF(slot) = V_UI1(&v);
       break;
     case VT_DECIMAL:
-      *V_DECIMALREF(slot) = V_DECIMAL(converted.get());
+      *V_DECIMALREF(slot) = V_DECIMAL(&v);
       break;
     case VT_BSTR:
+      converted.Detach(&moved);
       ::SysFreeString(*V_BSTRREF(slot));
-      *V_BSTRREF(slot) = V_BSTR(converted.get());
-      V_VT(converted.get()) = VT_EMPTY;  // ownership moved
+      *V_BSTRREF(slot) = V_BSTR(&moved);
       break;
     case VT_DISPATCH:
+      converted.Detach(&moved);
       if (*V_DISPATCHREF(slot) != nullptr) (*V_DISPATCHREF(slot))->Release();
-      *V_DISPATCHREF(slot) = V_DISPATCH(converted.get());
-      V_VT(converted.get()) = VT_EMPTY;
+      *V_DISPATCHREF(slot) = V_DISPATCH(&moved);
       break;
     case VT_UNKNOWN:
+      converted.Detach(&moved);
       if (*V_UNKNOWNREF(slot) != nullptr) (*V_UNKNOWNREF(slot))->Release();
-      *V_UNKNOWNREF(slot) = V_UNKNOWN(converted.get());
-      V_VT(converted.get()) = VT_EMPTY;
+      *V_UNKNOWNREF(slot) = V_UNKNOWN(&moved);
       break;
     default:
       throw RunTimeError::Make(RunTimeError::kTypeMismatch);

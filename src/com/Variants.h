@@ -13,45 +13,16 @@
 
 namespace t4::com {
 
-// Owns one VARIANT and clears it on scope exit.
-class ScopedVariant {
- public:
-  ScopedVariant() noexcept { ::VariantInit(&value_); }
-  ~ScopedVariant() { ::VariantClear(&value_); }
-  ScopedVariant(const ScopedVariant&) = delete;
-  ScopedVariant& operator=(const ScopedVariant&) = delete;
-
-  VARIANT* get() noexcept { return &value_; }
-  const VARIANT& operator*() const noexcept { return value_; }
-  // Hands the value over to a caller-owned VARIANT (an [out, retval]).
-  void Detach(VARIANT* target) noexcept {
-    *target = value_;
-    ::VariantInit(&value_);
-  }
-
- private:
-  VARIANT value_;
-};
-
-// Script hosts pass the variables of by-reference arguments as
-// VT_BYREF|VT_VARIANT, and a VB client may hand on an argument it got by
-// reference itself, so one level may point at another. Deref follows such
-// chains to the VARIANT that holds the value. Typed references
-// (VT_BYREF|VT_I4, ...) are returned as they are; the conversions below
-// read through them.
-const VARIANT& Deref(const VARIANT& value) noexcept;
+// The arguments hosts pass are owned by win32::Variant and converted by
+// win32::VariantCoercion, like every other VARIANT of the library; what
+// follows is what only the COM boundary needs on top.
 
 // An [optional] argument the caller left out (VT_ERROR DISP_E_PARAMNOTFOUND,
-// as Visual Basic's IsMissing sees it).
+// as Visual Basic's IsMissing sees it), read through references.
 bool IsMissing(const VARIANT& value) noexcept;
 
-// Conversions with the rules of the OLE Automation coercion (VariantChangeType,
-// invariant locale). A value that cannot be converted raises run-time
-// error 13 (type mismatch); a number out of range raises 6 (overflow).
-std::u16string TextOf(const VARIANT& value);
-int32_t LongOf(const VARIANT& value);
-bool BoolOf(const VARIANT& value);
-// The same, with `fallback` for a missing optional argument.
+// An optional argument converted as win32::VariantCoercion does, or
+// `fallback` when the caller left it out.
 std::u16string OptionalText(const VARIANT& value, std::u16string_view fallback);
 int32_t OptionalLong(const VARIANT& value, int32_t fallback);
 bool OptionalBool(const VARIANT& value, bool fallback);
@@ -63,7 +34,7 @@ bool OptionalBool(const VARIANT& value, bool fallback);
 IDispatch* ObjectOf(const VARIANT& value);
 
 // The index a host passes to Item, Delete, Member or CategoriesRemove, read
-// the way the classic automation collection reads it:
+// the way Visual Basic's Collection object reads it:
 //   - any number (VT_I1..VT_UI8, VT_INT, VT_UINT, VT_R4, VT_R8, VT_CY,
 //     VT_DECIMAL, VT_BOOL) is a 1-based position, rounded half to even
 //     (2.5 -> 2, 3.5 -> 4); True is -1 and so names nothing;
@@ -77,14 +48,11 @@ IDispatch* ObjectOf(const VARIANT& value);
 // References (VT_BYREF, also a script variable) are read through first.
 std::optional<ItemIndex> IndexOf(const VARIANT& index);
 
-// Rounds half to even ("banker's rounding", what VariantChangeType and
-// Visual Basic's CLng do); independent of the FPU's rounding mode.
-double RoundHalfEven(double value) noexcept;
-
 // Writes `value` into a by-reference argument: into the VARIANT that a
 // VT_BYREF|VT_VARIANT points at, through a typed reference (converted to
-// that type), or, for a plain VARIANT, into the VARIANT itself. A null
-// target (an optional by-reference argument left out) is ignored.
+// that type with win32::VariantCoercion), or, for a plain VARIANT, into the
+// VARIANT itself. A null target (an optional by-reference argument left
+// out) is ignored.
 void AssignByRef(VARIANT* target, const VARIANT& value);
 void AssignByRef(VARIANT* target, int32_t value);
 void AssignByRef(VARIANT* target, bool value);

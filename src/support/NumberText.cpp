@@ -78,11 +78,17 @@ double NumberText::Leading(std::u16string_view text) {
   return value;
 }
 
+double NumberText::RoundHalfEven(double value) noexcept {
+  // Worked out from the floor, so that the rounding mode in force plays no
+  // part.
+  const double floor = std::floor(value);
+  const double rest = value - floor;
+  if (rest > 0.5 || (rest == 0.5 && std::fmod(floor, 2.0) != 0.0)) return floor + 1.0;
+  return floor;
+}
+
 int32_t NumberText::RoundToLong(double value) {
-  // Half to even, independent of the floating-point rounding mode in force.
-  double rounded = std::floor(value);
-  const double rest = value - rounded;
-  if (rest > 0.5 || (rest == 0.5 && std::fmod(rounded, 2.0) != 0.0)) rounded += 1.0;
+  const double rounded = RoundHalfEven(value);
   if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0)) {
     throw RunTimeError::Make(RunTimeError::kOverflow);
   }

@@ -14,6 +14,11 @@ class NumberText {
   // exponent (E or D) are read until the first other character; "&H" and
   // "&O" read hexadecimal and octal whole numbers. No number gives 0.
   static double Leading(std::u16string_view text);
+  // `value` rounded to the nearest whole number, a half to the even
+  // neighbour (2.5 -> 2, 3.5 -> 4, -2.5 -> -2), as VariantChangeType and
+  // Visual Basic's CLng round; independent of the floating-point rounding
+  // mode in force. NaN and the infinities come back as they are.
+  static double RoundHalfEven(double value) noexcept;
   // `value` rounded half to even to a 32-bit integer; throws the overflow
   // error when it does not fit.
   static int32_t RoundToLong(double value);

@@ -9,7 +9,7 @@ namespace t4::win32 {
 // (property), Save, RenameCategory(ByRef OldName, ByRef NewName).
 class DispatchCategoryRules : public ICategoryRules {
  public:
-  explicit DispatchCategoryRules(DispatchPtr rules) : rules_(std::move(rules)) {}
+  explicit DispatchCategoryRules(ComPtr<IDispatch> rules) : rules_(std::move(rules)) {}
 
   bool Changed() override;
   void Save() override;

@@ -11,7 +11,7 @@ namespace {
 
 // Application.GetNamespace("MAPI").Categories, fetched anew for every
 // operation: Outlook hands out a fresh collection each time anyway.
-Dispatcher CategoriesOf(IDispatch* outlook) {
+Dispatcher CategoriesOf(const ComPtr<IDispatch>& outlook) {
   Variant mapi[] = {Variant::Text(u"MAPI")};
   return Dispatcher(outlook).GetObject(u"GetNamespace", mapi).GetObject(u"Categories");
 }
@@ -37,13 +37,8 @@ int32_t PositionOf(const Dispatcher& categories, const std::u16string& id) {
 
 }  // namespace
 
-DispatchCategoryStore::DispatchCategoryStore(IDispatch* outlook) : outlook_(outlook) {
-  if (outlook_ != nullptr) outlook_->AddRef();
-}
-
-DispatchCategoryStore::~DispatchCategoryStore() {
-  if (outlook_ != nullptr) outlook_->Release();
-}
+DispatchCategoryStore::DispatchCategoryStore(ComPtr<IDispatch> outlook)
+    : outlook_(std::move(outlook)) {}
 
 std::vector<StoredCategory> DispatchCategoryStore::List() {
   const Dispatcher categories = CategoriesOf(outlook_);

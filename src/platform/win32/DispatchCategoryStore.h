@@ -2,6 +2,7 @@
 
 #include <oaidl.h>
 
+#include "platform/win32/ComPtr.h"
 #include "support/ICategoryStore.h"
 
 namespace t4::win32 {
@@ -12,9 +13,8 @@ namespace t4::win32 {
 // ShortcutKey, CategoryID. Numbers are converted with CategoryNumbering.
 class DispatchCategoryStore : public ICategoryStore {
  public:
-  // Keeps a reference to Outlook's Application object (not null).
-  explicit DispatchCategoryStore(IDispatch* outlook);
-  ~DispatchCategoryStore() override;
+  // Works on Outlook's Application object (not null).
+  explicit DispatchCategoryStore(ComPtr<IDispatch> outlook);
 
   std::vector<StoredCategory> List() override;
   std::u16string Add(const StoredCategory& category) override;
@@ -22,7 +22,7 @@ class DispatchCategoryStore : public ICategoryStore {
   void Remove(const std::u16string& id) override;
 
  private:
-  IDispatch* outlook_;
+  ComPtr<IDispatch> outlook_;
 };
 
 }  // namespace t4::win32

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/win32/DispatchPtr.h"
+#include "platform/win32/ComPtr.h"
 #include "support/IClientObject.h"
 
 namespace t4::win32 {
@@ -9,13 +9,13 @@ namespace t4::win32 {
 // (OutlookItem.GetOutlookItem).
 class DispatchClientObject : public IClientObject {
  public:
-  explicit DispatchClientObject(DispatchPtr object) : object_(std::move(object)) {}
+  explicit DispatchClientObject(ComPtr<IDispatch> object) : object_(std::move(object)) {}
 
   // The object, without a new reference.
   IDispatch* Object() const noexcept { return object_.Get(); }
 
  private:
-  DispatchPtr object_;
+  ComPtr<IDispatch> object_;
 };
 
 }  // namespace t4::win32

@@ -10,7 +10,7 @@ namespace t4::win32 {
 // of their own; an object member that answers Nothing raises 91.
 class DispatchMapiFolder : public IMapiFolder {
  public:
-  explicit DispatchMapiFolder(DispatchPtr folder) : folder_(std::move(folder)) {}
+  explicit DispatchMapiFolder(ComPtr<IDispatch> folder) : folder_(std::move(folder)) {}
 
   std::u16string Name() override;
   std::u16string EntryID() override;

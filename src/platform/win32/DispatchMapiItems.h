@@ -9,7 +9,7 @@ namespace t4::win32 {
 // RawTable (the raw contents table, handed on to a table object).
 class DispatchMapiItems : public IMapiItems {
  public:
-  explicit DispatchMapiItems(DispatchPtr items) : items_(std::move(items)) {}
+  explicit DispatchMapiItems(ComPtr<IDispatch> items) : items_(std::move(items)) {}
 
   int32_t Count() override;
   std::shared_ptr<IMapiProp> RawTable() override;

@@ -9,7 +9,7 @@ namespace t4::win32 {
 // put, the names joined by ";") and Save.
 class DispatchMapiMessage : public IMapiMessage {
  public:
-  explicit DispatchMapiMessage(DispatchPtr message) : message_(std::move(message)) {}
+  explicit DispatchMapiMessage(ComPtr<IDispatch> message) : message_(std::move(message)) {}
 
   std::u16string Categories() override;
   void SetCategories(const std::u16string& categories) override;

@@ -10,7 +10,7 @@ namespace t4::win32 {
 // out, no new session, no mail.
 class DispatchMapiSession : public IMapiSession {
  public:
-  explicit DispatchMapiSession(DispatchPtr session) : session_(std::move(session)) {}
+  explicit DispatchMapiSession(ComPtr<IDispatch> session) : session_(std::move(session)) {}
 
   void Logon() override;
   void Logoff() override;

@@ -8,8 +8,8 @@ namespace t4::win32 {
 namespace {
 
 // The object a member answered, or no object for Nothing and Empty.
-DispatchPtr ObjectOrNone(const Variant& value) {
-  if (value.IsEmpty() || value.IsNothing()) return DispatchPtr();
+ComPtr<IDispatch> ObjectOrNone(const Variant& value) {
+  if (value.IsEmpty() || value.IsNothing()) return ComPtr<IDispatch>();
   return value.ToObject();
 }
 
@@ -21,14 +21,14 @@ std::u16string DispatchMapiStore::EntryID() {
 
 std::shared_ptr<IMapiMessage> DispatchMapiStore::GetMessageFromID(const std::u16string& entryId) {
   Variant args[] = {Variant::Text(entryId)};
-  DispatchPtr message = ObjectOrNone(store_.Get(u"GetMessageFromID", args));
+  ComPtr<IDispatch> message = ObjectOrNone(store_.Get(u"GetMessageFromID", args));
   if (!message) return nullptr;
   return std::make_shared<DispatchMapiMessage>(std::move(message));
 }
 
 std::shared_ptr<IMapiFolder> DispatchMapiStore::GetDefaultFolder(int32_t folderType) {
   Variant args[] = {Variant::Long(folderType)};
-  DispatchPtr folder = ObjectOrNone(store_.Get(u"GetDefaultFolder", args));
+  ComPtr<IDispatch> folder = ObjectOrNone(store_.Get(u"GetDefaultFolder", args));
   if (!folder) return nullptr;
   return std::make_shared<DispatchMapiFolder>(std::move(folder));
 }

@@ -10,7 +10,7 @@ namespace t4::win32 {
 // A message or default folder the library answers with Nothing is null.
 class DispatchMapiStore : public IMapiStore {
  public:
-  explicit DispatchMapiStore(DispatchPtr store) : store_(std::move(store)) {}
+  explicit DispatchMapiStore(ComPtr<IDispatch> store) : store_(std::move(store)) {}
 
   std::u16string EntryID() override;
   std::shared_ptr<IMapiMessage> GetMessageFromID(const std::u16string& entryId) override;

@@ -14,7 +14,7 @@ namespace t4::win32 {
 // that opened it.
 class DispatchMapiTable : public IMapiTable {
  public:
-  explicit DispatchMapiTable(DispatchPtr table) : table_(std::move(table)) {}
+  explicit DispatchMapiTable(ComPtr<IDispatch> table) : table_(std::move(table)) {}
   ~DispatchMapiTable() override;
   DispatchMapiTable(const DispatchMapiTable&) = delete;
   DispatchMapiTable& operator=(const DispatchMapiTable&) = delete;

@@ -11,7 +11,7 @@ namespace t4::win32 {
 // the library; binary data as a Byte array.
 class DispatchMapiUtils : public IMapiUtils {
  public:
-  explicit DispatchMapiUtils(DispatchPtr utils) : utils_(std::move(utils)) {}
+  explicit DispatchMapiUtils(ComPtr<IDispatch> utils) : utils_(std::move(utils)) {}
 
   int32_t GetIDsFromNames(IMapiProp& object, const std::u16string& guid, const std::u16string& name,
                           bool create) override;

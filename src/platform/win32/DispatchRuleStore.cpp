@@ -8,7 +8,7 @@ namespace {
 
 // The object holding rule `index`'s category names: its condition's
 // Category or its action's AssignToCategory.
-Dispatcher CategoryPart(IDispatch* rules, int32_t index, bool assign) {
+Dispatcher CategoryPart(const ComPtr<IDispatch>& rules, int32_t index, bool assign) {
   Variant position[] = {Variant::Long(index + 1)};
   const Dispatcher rule = Dispatcher(rules).GetObject(u"Item", position);
   return assign ? rule.GetObject(u"Actions").GetObject(u"AssignToCategory")
@@ -17,23 +17,16 @@ Dispatcher CategoryPart(IDispatch* rules, int32_t index, bool assign) {
 
 }  // namespace
 
-DispatchRuleStore::DispatchRuleStore(IDispatch* outlook) : outlook_(outlook) {
-  if (outlook_ != nullptr) outlook_->AddRef();
-}
+DispatchRuleStore::DispatchRuleStore(ComPtr<IDispatch> outlook) : outlook_(std::move(outlook)) {}
 
-DispatchRuleStore::~DispatchRuleStore() {
-  if (rules_ != nullptr) rules_->Release();
-  if (outlook_ != nullptr) outlook_->Release();
-}
-
-IDispatch* DispatchRuleStore::Rules() {
-  if (rules_ == nullptr) {
+const ComPtr<IDispatch>& DispatchRuleStore::Rules() {
+  if (!rules_) {
     Variant mapi[] = {Variant::Text(u"MAPI")};
-    rules_ = Dispatcher(outlook_)
-                 .GetObject(u"GetNamespace", mapi)
-                 .GetObject(u"DefaultStore")
-                 .GetObject(u"GetRules")
-                 .Detach();
+    rules_ = ComPtr<IDispatch>::Attach(Dispatcher(outlook_)
+                                           .GetObject(u"GetNamespace", mapi)
+                                           .GetObject(u"DefaultStore")
+                                           .GetObject(u"GetRules")
+                                           .Detach());
   }
   return rules_;
 }

@@ -2,6 +2,7 @@
 
 #include <oaidl.h>
 
+#include "platform/win32/ComPtr.h"
 #include "support/IRuleStore.h"
 
 namespace t4::win32 {
@@ -13,9 +14,8 @@ namespace t4::win32 {
 // and kept, so that Save writes what the renames changed.
 class DispatchRuleStore : public IRuleStore {
  public:
-  // Keeps a reference to Outlook's Application object (not null).
-  explicit DispatchRuleStore(IDispatch* outlook);
-  ~DispatchRuleStore() override;
+  // Works on Outlook's Application object (not null).
+  explicit DispatchRuleStore(ComPtr<IDispatch> outlook);
 
   int32_t Count() override;
   std::vector<std::u16string> Categories(int32_t index, bool assign) override;
@@ -24,10 +24,10 @@ class DispatchRuleStore : public IRuleStore {
 
  private:
   // The rules collection, fetched on first use.
-  IDispatch* Rules();
+  const ComPtr<IDispatch>& Rules();
 
-  IDispatch* outlook_;
-  IDispatch* rules_ = nullptr;
+  ComPtr<IDispatch> outlook_;
+  ComPtr<IDispatch> rules_;
 };
 
 }  // namespace t4::win32

@@ -9,7 +9,7 @@ namespace t4::win32 {
 // ReadCategories, WriteCategories(ByRef List), Format.
 class DispatchRulesCategoryList : public IRulesCategoryList {
  public:
-  explicit DispatchRulesCategoryList(DispatchPtr list) : list_(std::move(list)) {}
+  explicit DispatchRulesCategoryList(ComPtr<IDispatch> list) : list_(std::move(list)) {}
 
   std::u16string ReadCategories() override;
   // `list` goes by reference and comes back as the component left it.

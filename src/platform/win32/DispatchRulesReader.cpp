@@ -13,7 +13,7 @@ namespace {
 Variant OutlookArgument(IClientApp& outlook) {
   auto* client = dynamic_cast<Win32ClientApp*>(&outlook);
   if (client == nullptr) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
-  return Variant::Object(client->Object());
+  return Variant::Object(ComPtr<IDispatch>::CopyFrom(client->Object()));
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace t4::win32 {
 // Win32ClientApp, the only one with an object to pass (error 13 otherwise).
 class DispatchRulesReader : public IRulesReader {
  public:
-  explicit DispatchRulesReader(DispatchPtr reader) : reader_(std::move(reader)) {}
+  explicit DispatchRulesReader(ComPtr<IDispatch> reader) : reader_(std::move(reader)) {}
 
   std::shared_ptr<ICategoryRules> GetCategoryRules(IClientApp& outlook) override;
   std::shared_ptr<IRulesCategoryList> GetMasterlist(IClientApp& outlook) override;

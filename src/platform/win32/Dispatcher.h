@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/win32/DispatchPtr.h"
+#include "platform/win32/ComPtr.h"
 #include "platform/win32/Variant.h"
 
 namespace t4::win32 {
@@ -26,9 +26,8 @@ namespace t4::win32 {
 //   any other failure -> the HRESULT as number (0x800Annnn again as nnnn)
 class Dispatcher {
  public:
-  // Keeps a reference to `object`; a null object raises 91 on every call.
-  explicit Dispatcher(IDispatch* object) : object_(object) {}
-  explicit Dispatcher(DispatchPtr object) : object_(std::move(object)) {}
+  // Calls `object` (a null one raises 91 on every call).
+  explicit Dispatcher(ComPtr<IDispatch> object) : object_(std::move(object)) {}
 
   // A method (DISPATCH_METHOD); its result, Empty for a Sub.
   Variant Call(std::u16string_view name, std::span<Variant> args = {}) const;
@@ -52,7 +51,8 @@ class Dispatcher {
 
   // The error number a failed HRESULT stands for (0x800Annnn -> nnnn).
   static int32_t NumberOf(HRESULT hr) noexcept;
-  // The system's text for `hr`, or the run time's "Automation error".
+  // The system's text for `hr`, or "Automation error" (run-time error 440)
+  // when the system has none.
   static std::u16string SystemText(HRESULT hr);
 
  private:
@@ -62,7 +62,7 @@ class Dispatcher {
   // objects that only answer that way).
   HRESULT IdOf(std::u16string_view name, DISPID& id) const;
 
-  DispatchPtr object_;
+  ComPtr<IDispatch> object_;
 };
 
 }  // namespace t4::win32

@@ -4,41 +4,19 @@
 #include <new>
 #include <utility>
 
+#include "platform/win32/VariantCoercion.h"
 #include "support/RunTimeError.h"
 
 namespace t4::win32 {
 
 namespace {
 
-// Coerces `value` to `type` into `result` (read through references); the
-// failures raise what the VB run time raises for the same conversion.
-void Coerce(const VARIANT& value, VARIANT* result, VARTYPE type) {
-  const HRESULT hr = ::VariantChangeType(result, const_cast<VARIANT*>(&value), 0, type);
-  if (SUCCEEDED(hr)) return;
-  if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
-  if (hr == DISP_E_OVERFLOW) throw RunTimeError::Make(RunTimeError::kOverflow);
-  throw RunTimeError::Make(RunTimeError::kTypeMismatch);
-}
-
 // Copies `value` with every reference resolved (VT_BYREF|VT_VARIANT chains
 // included), so the readers only ever see direct values.
 void CopyDirect(const VARIANT& value, VARIANT* result) {
-  const VARIANT* current = &value;
-  // A client cannot build a cycle of references; the bound only guards
-  // against a broken one.
-  for (int depth = 0; depth < 16; ++depth) {
-    if (V_VT(current) != (VT_BYREF | VT_VARIANT) || V_VARIANTREF(current) == nullptr) break;
-    current = V_VARIANTREF(current);
-  }
-  const HRESULT hr = ::VariantCopyInd(result, const_cast<VARIANT*>(current));
+  const HRESULT hr = ::VariantCopyInd(result, const_cast<VARIANT*>(&VariantCoercion::Deref(value)));
   if (hr == E_OUTOFMEMORY) throw std::bad_alloc();
   if (FAILED(hr)) throw RunTimeError::Make(RunTimeError::kTypeMismatch);
-}
-
-std::u16string TextOfDirect(const VARIANT& value) {
-  Variant text;
-  Coerce(value, text.Out(), VT_BSTR);
-  return FromBstr(V_BSTR(&text.Raw()));
 }
 
 // The texts of a one-dimensional array of VARIANT or BSTR, from its lower
@@ -131,6 +109,11 @@ VARIANT* Variant::Out() noexcept {
   return &value_;
 }
 
+void Variant::Detach(VARIANT* target) noexcept {
+  *target = value_;
+  ::VariantInit(&value_);
+}
+
 Variant Variant::Text(std::u16string_view text) {
   Variant v;
   V_BSTR(&v.value_) = ToBstr(text);
@@ -152,11 +135,10 @@ Variant Variant::Bool(bool value) {
   return v;
 }
 
-Variant Variant::Object(IDispatch* object) {
+Variant Variant::Object(ComPtr<IDispatch> object) {
   Variant v;
-  if (object != nullptr) object->AddRef();
   V_VT(&v.value_) = VT_DISPATCH;
-  V_DISPATCH(&v.value_) = object;
+  V_DISPATCH(&v.value_) = object.Detach();
   return v;
 }
 
@@ -229,28 +211,18 @@ Variant Variant::Copy(const VARIANT& value) {
 }
 
 std::u16string Variant::ToText() const {
-  Variant direct;
-  CopyDirect(value_, direct.Out());
-  return TextOfDirect(direct.value_);
+  return VariantCoercion::Text(value_);
 }
 
 int32_t Variant::ToLong() const {
-  Variant direct;
-  CopyDirect(value_, direct.Out());
-  Variant number;
-  Coerce(direct.value_, number.Out(), VT_I4);
-  return V_I4(&number.value_);
+  return VariantCoercion::Long(value_);
 }
 
 bool Variant::ToBool() const {
-  Variant direct;
-  CopyDirect(value_, direct.Out());
-  Variant truth;
-  Coerce(direct.value_, truth.Out(), VT_BOOL);
-  return V_BOOL(&truth.value_) != VARIANT_FALSE;
+  return VariantCoercion::Bool(value_);
 }
 
-DispatchPtr Variant::ToObject() const {
+ComPtr<IDispatch> Variant::ToObject() const {
   Variant direct;
   CopyDirect(value_, direct.Out());
   const VARTYPE type = V_VT(&direct.value_);
@@ -259,12 +231,12 @@ DispatchPtr Variant::ToObject() const {
   }
   IUnknown* unknown = type == VT_DISPATCH ? V_DISPATCH(&direct.value_) : V_UNKNOWN(&direct.value_);
   if (unknown == nullptr) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
-  IDispatch* object = nullptr;
-  if (FAILED(unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&object))) ||
-      object == nullptr) {
+  ComPtr<IDispatch> object;
+  if (FAILED(unknown->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(object.Put()))) ||
+      !object) {
     throw RunTimeError::Make(RunTimeError::kObjectRequired);
   }
-  return DispatchPtr::Attach(object);
+  return object;
 }
 
 std::vector<std::u16string> Variant::ToTextList() const {
@@ -279,7 +251,7 @@ std::vector<std::u16string> Variant::ToTextList() const {
     }
     return TextsOfArray(V_ARRAY(&direct.value_), element);
   }
-  std::u16string text = TextOfDirect(direct.value_);
+  std::u16string text = VariantCoercion::Text(direct.value_);
   if (text.empty()) return {};
   return {std::move(text)};
 }

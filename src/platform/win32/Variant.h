@@ -7,20 +7,22 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/win32/DispatchPtr.h"
+#include "platform/win32/ComPtr.h"
 
 namespace t4::win32 {
 
-// Owns one VARIANT for late-bound calls: the arguments the library passes
-// and the results it reads. Move-only; clears on scope exit.
+// The library's one owner of a VARIANT: the arguments it passes to late-bound
+// calls and to event sinks, the results it reads, the values it converts.
+// Move-only; clears on scope exit.
 //
 // A by-reference text (TextRef) keeps its BSTR in a slot of its own on the
 // heap, so the VT_BYREF pointer stays valid when the Variant moves; the
 // callee may free and replace the string there, RefText reads what it left.
 //
-// The readers follow OLE Automation coercion (VariantChangeType) and read
-// through references. What cannot be converted raises run-time error 13,
-// a number out of range 6, as a VB caller of the same member would see.
+// The readers convert with VariantCoercion (OLE Automation coercion in the
+// user's locale) and read through references. What cannot be converted
+// raises run-time error 13, a number out of range 6, as a VB caller of the
+// same member would see.
 class Variant {
  public:
   Variant() noexcept;
@@ -33,8 +35,8 @@ class Variant {
   static Variant Text(std::u16string_view text);
   static Variant Long(int32_t value);
   static Variant Bool(bool value);
-  // Adds its own reference (null gives Nothing).
-  static Variant Object(IDispatch* object);
+  // Holds `object` (an empty ComPtr gives Nothing).
+  static Variant Object(ComPtr<IDispatch> object);
   // An optional argument left out: VT_ERROR with DISP_E_PARAMNOTFOUND.
   static Variant Missing();
   // A one-dimensional, 0-based SAFEARRAY of VARIANTs each holding a BSTR
@@ -57,7 +59,7 @@ class Variant {
   std::u16string ToText() const;
   int32_t ToLong() const;
   bool ToBool() const;
-  DispatchPtr ToObject() const;
+  ComPtr<IDispatch> ToObject() const;
   // A one-dimensional SAFEARRAY of VARIANT or BSTR (any lower bound) as
   // texts; Empty, Null and "" as no text, any other single value as one.
   std::vector<std::u16string> ToTextList() const;
@@ -74,6 +76,10 @@ class Variant {
   // Clears the value and hands the VARIANT out to be filled, for an
   // [out, retval] of a call.
   VARIANT* Out() noexcept;
+  // Hands the value over to a VARIANT the caller owns (an [out, retval], a
+  // by-reference argument) and is Empty afterwards. Not for a TextRef,
+  // whose reference leads into a slot of this Variant.
+  void Detach(VARIANT* target) noexcept;
 
  private:
   void Clear() noexcept;

@@ -130,13 +130,10 @@ class Win32ClientApp::Subscription::Sink : public IDispatch {
   std::atomic<ULONG> references_{1};
 };
 
-Win32ClientApp::Win32ClientApp(IDispatch* outlook) : outlook_(outlook) {
-  if (outlook_ != nullptr) outlook_->AddRef();
-}
+Win32ClientApp::Win32ClientApp(ComPtr<IDispatch> outlook) : outlook_(std::move(outlook)) {}
 
 Win32ClientApp::~Win32ClientApp() {
   UnadviseQuit();
-  if (outlook_ != nullptr) outlook_->Release();
 }
 
 std::u16string Win32ClientApp::Version() {
@@ -145,7 +142,7 @@ std::u16string Win32ClientApp::Version() {
 
 void Win32ClientApp::AdviseQuit(std::function<void()> onQuit) {
   UnadviseQuit();
-  if (outlook_ == nullptr) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
+  if (!outlook_) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
   IConnectionPointContainer* container = nullptr;
   if (FAILED(outlook_->QueryInterface(IID_IConnectionPointContainer,
                                       reinterpret_cast<void**>(&container))) ||

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "platform/win32/ComPtr.h"
 #include "support/IClientApp.h"
 
 namespace t4::win32 {
@@ -14,8 +15,8 @@ namespace t4::win32 {
 // one it lists).
 class Win32ClientApp : public IClientApp {
  public:
-  // Keeps a reference to `outlook` (not null).
-  explicit Win32ClientApp(IDispatch* outlook);
+  // Works on `outlook` (not null).
+  explicit Win32ClientApp(ComPtr<IDispatch> outlook);
   ~Win32ClientApp() override;
 
   std::u16string Version() override;
@@ -27,10 +28,10 @@ class Win32ClientApp : public IClientApp {
 
   // The object itself, for late-bound calls that pass it on (no new
   // reference).
-  IDispatch* Object() const { return outlook_; }
+  IDispatch* Object() const { return outlook_.Get(); }
 
  private:
-  IDispatch* outlook_;
+  ComPtr<IDispatch> outlook_;
   struct Subscription;
   Subscription* subscription_ = nullptr;
 };

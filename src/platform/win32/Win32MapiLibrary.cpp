@@ -17,18 +17,18 @@ namespace {
 
 // The object of ProgID "dimdo." + `classWord`, as CreateObject makes it; one
 // that cannot be created raises 429, as CreateObject does.
-DispatchPtr CreateByClassWord(const std::u16string& classWord) {
+ComPtr<IDispatch> CreateByClassWord(const std::u16string& classWord) {
   const std::u16string progId = u"dimdo." + classWord;
   const std::wstring wide(progId.begin(), progId.end());
   CLSID clsid = {};
-  IDispatch* object = nullptr;
+  ComPtr<IDispatch> object;
   if (FAILED(::CLSIDFromProgID(wide.c_str(), &clsid)) ||
       FAILED(::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
-                                IID_IDispatch, reinterpret_cast<void**>(&object))) ||
-      object == nullptr) {
+                                IID_IDispatch, reinterpret_cast<void**>(object.Put()))) ||
+      !object) {
     throw RunTimeError::Make(RunTimeError::kCantCreateObject);
   }
-  return DispatchPtr::Attach(object);
+  return object;
 }
 
 }  // namespace

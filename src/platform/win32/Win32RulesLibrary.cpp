@@ -10,14 +10,14 @@
 namespace t4::win32 {
 
 std::shared_ptr<IRulesReader> Win32RulesLibrary::CreateRulesReader() {
-  IDispatch* reader = nullptr;
+  ComPtr<IDispatch> reader;
   if (FAILED(::CoCreateInstance(kCategoryRulesClsid, nullptr,
                                 CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                reinterpret_cast<void**>(&reader))) ||
-      reader == nullptr) {
+                                reinterpret_cast<void**>(reader.Put()))) ||
+      !reader) {
     throw RunTimeError::Make(RunTimeError::kCantCreateObject);
   }
-  return std::make_shared<DispatchRulesReader>(DispatchPtr::Attach(reader));
+  return std::make_shared<DispatchRulesReader>(std::move(reader));
 }
 
 }  // namespace t4::win32

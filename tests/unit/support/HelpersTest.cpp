@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
+#include "ErrorNumber.h"
 #include "support/ArrayGrowth.h"
 #include "support/NumberText.h"
 #include "support/RunTimeError.h"
@@ -82,6 +85,34 @@ TEST(NumberText, OverflowRaisesTheOverflowError) {
       EXPECT_EQ(e.Number(), RunTimeError::kOverflow);
       EXPECT_EQ(e.Description(), u"Overflow");
     }
+  }
+}
+
+TEST(NumberText, RoundHalfEvenRoundsHalvesToTheEvenNeighbour) {
+  const struct {
+    double value;
+    double rounded;
+  } cases[] = {
+      {0.5, 0},   {1.5, 2},   {2.5, 2},    {3.5, 4},       {-0.5, 0},
+      {-2.5, -2}, {-3.5, -4}, {2.4999, 2}, {2.5000001, 3}, {-2.5000001, -3},
+      {7, 7},     {-7, -7},   {0, 0},      {1e300, 1e300}, {4503599627370495.5, 4503599627370496},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.value);
+    EXPECT_EQ(NumberText::RoundHalfEven(c.value), c.rounded);
+  }
+  EXPECT_TRUE(std::isnan(NumberText::RoundHalfEven(std::nan(""))));
+  EXPECT_EQ(NumberText::RoundHalfEven(HUGE_VAL), HUGE_VAL);
+}
+
+TEST(NumberText, RoundToLongRoundsHalfEvenWithinThe32BitRange) {
+  EXPECT_EQ(NumberText::RoundToLong(2.5), 2);
+  EXPECT_EQ(NumberText::RoundToLong(-3.5), -4);
+  EXPECT_EQ(NumberText::RoundToLong(2147483647.4), 2147483647);
+  EXPECT_EQ(NumberText::RoundToLong(-2147483648.5), -2147483648);
+  for (double outside : {2147483647.5, -2147483648.6, std::nan(""), HUGE_VAL}) {
+    SCOPED_TRACE(outside);
+    EXPECT_EQ(test::NumberOf([&] { NumberText::RoundToLong(outside); }), RunTimeError::kOverflow);
   }
 }
 

@@ -22,6 +22,7 @@
 #include "ModelSetup.h"
 #include "ModelTests.h"
 #include "ObjectModel.h"
+#include "ProbeObject.h"
 #include "TestLog.h"
 #include "com/ApplicationObject.h"
 #include "com/CategoriesObject.h"
@@ -37,8 +38,9 @@
 #include "com/OutlookItemsObject.h"
 #include "com/RulesReaderObject.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 #include "platform/common/DefaultPorts.h"
+#include "platform/win32/VariantCoercion.h"
 #include "support/Error.h"
 #include "support/ErrorFrame.h"
 #include "support/RunTimeError.h"
@@ -140,6 +142,7 @@ void TestErrorBoundary() {
 
 void TestVariants() {
   using namespace t4::com;
+  using t4::win32::VariantCoercion;
   VARIANT inner;
   ::VariantInit(&inner);
   V_VT(&inner) = VT_I4;
@@ -150,8 +153,9 @@ void TestVariants() {
   VARIANT outer;
   V_VT(&outer) = VT_BYREF | VT_VARIANT;
   V_VARIANTREF(&outer) = &middle;
-  TestLog::Check(&Deref(outer) == &inner, "Deref follows nested VT_BYREF|VT_VARIANT");
-  TestLog::Check(LongOf(outer) == 7, "LongOf reads through references");
+  TestLog::Check(&VariantCoercion::Deref(outer) == &inner,
+                 "Deref follows nested VT_BYREF|VT_VARIANT");
+  TestLog::Check(VariantCoercion::Long(outer) == 7, "LongOf reads through references");
 
   // Writing back into a script variable (VT_BYREF|VT_VARIANT).
   AssignByRef(&outer, int32_t{42});
@@ -208,35 +212,26 @@ void TestVariants() {
   VARIANT number;
   V_VT(&number) = VT_BSTR;
   V_BSTR(&number) = ::SysAllocString(L"12");
-  TestLog::Check(!IsMissing(number) && LongOf(number) == 12 && TextOf(number) == u"12",
+  TestLog::Check(!IsMissing(number) && VariantCoercion::Long(number) == 12 &&
+                     VariantCoercion::Text(number) == u"12",
                  "text converts to a number");
   ::VariantClear(&number);
   V_VT(&number) = VT_R8;
   V_R8(&number) = 1e20;
   threw = false;
   try {
-    LongOf(number);
+    VariantCoercion::Long(number);
   } catch (const t4::Error& error) {
     threw = error.Number() == 6;
   }
   TestLog::Check(threw, "a number out of range raises overflow (6)");
   V_VT(&number) = VT_BOOL;
   V_BOOL(&number) = VARIANT_TRUE;
-  TestLog::Check(BoolOf(number) && LongOf(number) == -1, "True is -1 as a number");
+  TestLog::Check(VariantCoercion::Bool(number) && VariantCoercion::Long(number) == -1,
+                 "True is -1 as a number");
 }
 
-class Probe final : public t4::com::ComObject<Probe, t4::com::DispatchImpl<_ILanguage>> {
- public:
-  HRESULT STDMETHODCALLTYPE get_LanguageID(LONG* value) noexcept override {
-    *value = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE put_LanguageID(LONG) noexcept override { return S_OK; }
-  HRESULT STDMETHODCALLTYPE get_SupportedLanguages(IDispatch** value) noexcept override {
-    *value = nullptr;
-    return S_OK;
-  }
-};
+using Probe = t4::test::ProbeObject<>;
 
 void TestIdentityMap() {
   using t4::com::IdentityMap;

@@ -37,15 +37,15 @@ std::wstring ProgramFolder() {
 
 // The stand-in's Outlook, with the test mailbox loaded; saved messages go
 // to <program folder>\saved.
-t4::win32::DispatchPtr OutlookWithMailbox(const std::wstring& saveFolder) {
+t4::win32::ComPtr<IDispatch> OutlookWithMailbox(const std::wstring& saveFolder) {
   CLSID clsid;
   IDispatch* outlook = nullptr;
   if (FAILED(::CLSIDFromProgID(L"Tandrel4Test.Outlook", &clsid)) ||
       FAILED(::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
                                 reinterpret_cast<void**>(&outlook)))) {
-    return t4::win32::DispatchPtr();
+    return t4::win32::ComPtr<IDispatch>();
   }
-  auto object = t4::win32::DispatchPtr::Attach(outlook);
+  auto object = t4::win32::ComPtr<IDispatch>::Attach(outlook);
   const std::wstring fixture = ProgramFolder() + L"\\mailbox.txt";
   Variant args[] = {Variant::Text(std::u16string(fixture.begin(), fixture.end())),
                     Variant::Text(std::u16string(saveFolder.begin(), saveFolder.end()))};
@@ -68,7 +68,7 @@ void TestMapiAdaptersOverTheStandIn() {
   const std::wstring saveFolder = ProgramFolder() + L"\\saved";
   ::CreateDirectoryW(saveFolder.c_str(), nullptr);
   try {
-    t4::win32::DispatchPtr outlook = OutlookWithMailbox(saveFolder);
+    t4::win32::ComPtr<IDispatch> outlook = OutlookWithMailbox(saveFolder);
     if (!TestLog::Check(static_cast<bool>(outlook), "MAPI over the stand-in: Outlook created")) {
       return;
     }
@@ -155,11 +155,13 @@ void TestMapiAdaptersOverTheStandIn() {
     TestLog::Check(line == "Work;Urgent", "MAPI over the stand-in: Save writes the categories",
                    line);
 
-    t4::win32::Win32ClientApp app(outlook.Get());
+    t4::win32::Win32ClientApp app(outlook);
     std::shared_ptr<t4::IClientObject> item = app.GetItemFromID(u"0000E005", u"0000AA01");
     auto* client = dynamic_cast<t4::win32::DispatchClientObject*>(item.get());
     TestLog::Check(
-        client != nullptr && Dispatcher(client->Object()).Get(u"Subject").ToText() == u"Task one",
+        client != nullptr && Dispatcher(t4::win32::ComPtr<IDispatch>::CopyFrom(client->Object()))
+                                     .Get(u"Subject")
+                                     .ToText() == u"Task one",
         "MAPI over the stand-in: Outlook's item by its entry identifiers");
     TestLog::Check(
         NumberOf([&] { app.GetItemFromID(u"0000EEEE", u""); }) == static_cast<int32_t>(0x8004010F),

@@ -18,13 +18,15 @@
 #include "ModelSetup.h"
 #include "ScriptHost.h"
 #include "TestLog.h"
+#include "com/CoreOf.h"
 #include "com/FolderDataObject.h"
 #include "com/Variants.h"
-#include "com/Wrappers.h"
+#include "platform/win32/ComPtr.h"
 #include "support/Error.h"
 #include "support/HandleTable.h"
+#include "support/NumberText.h"
 
-using t4::com::ComRef;
+using t4::win32::ComPtr;
 using t4test::Call;
 using t4test::Put;
 using t4test::Result;
@@ -134,7 +136,7 @@ void TestIndexConversion() {
   noDefault = Var();
   if (folder != nullptr) folder->Release();
 
-  using t4::com::RoundHalfEven;
+  const auto RoundHalfEven = &t4::NumberText::RoundHalfEven;
   TestLog::Check(RoundHalfEven(0.5) == 0 && RoundHalfEven(1.5) == 2 && RoundHalfEven(2.5) == 2 &&
                      RoundHalfEven(-2.5) == -2 && RoundHalfEven(-3.5) == -4 &&
                      RoundHalfEven(2.4999) == 2 && RoundHalfEven(2.5000001) == 3 &&
@@ -232,32 +234,33 @@ void TestItemsThroughDispatch() {
   ReadItem(*core, {u"Private"}, u"IPM.Task", u"Call back");
   ReadItem(*core, {u"Holiday"}, u"IPM.StickyNote", u"Note");
 
-  ComRef<IDispatch> cats(Obj(Call(app, L"Categories")));
-  ComRef<IDispatch> items(Obj(Call(app, L"OutlookItems")));
-  if (!TestLog::Check(cats.get() && items.get(), "Categories and OutlookItems are objects")) {
+  auto cats = ComPtr<IDispatch>::Attach(Obj(Call(app, L"Categories")));
+  auto items = ComPtr<IDispatch>::Attach(Obj(Call(app, L"OutlookItems")));
+  if (!TestLog::Check(cats.Get() && items.Get(), "Categories and OutlookItems are objects")) {
     app->Release();
     return;
   }
 
   // --- OutlookItems -------------------------------------------------------
-  TestLog::Check(Call(items.get(), L"Count").value.Long() == 4, "OutlookItems.Count is 4");
-  TestLog::Check(Call(items.get(), L"Changed").value.Type() == VT_BOOL &&
-                     !Call(items.get(), L"Changed").value.Bool(),
+  TestLog::Check(Call(items.Get(), L"Count").value.Long() == 4, "OutlookItems.Count is 4");
+  TestLog::Check(Call(items.Get(), L"Changed").value.Type() == VT_BOOL &&
+                     !Call(items.Get(), L"Changed").value.Bool(),
                  "OutlookItems.Changed is False after reading");
-  ComRef<IDispatch> item1(Obj(Call(items.get(), L"Item", {Var::I4(1)})));
-  ComRef<IDispatch> item2(Obj(t4test::Invoke(
-      items.get(), DISPID_VALUE, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {Var::Str(L"2")})));
-  ComRef<IDispatch> item3(Obj(Call(items.get(), L"Item", {Var::R8(2.5)})));  // position 2
-  ComRef<IDispatch> item4(Obj(Call(items.get(), L"Item", {Var::Str(L"4")})));
-  TestLog::Check(Call(item1.get(), L"ID").value.Long() == 1, "Item(1) is the first item");
-  TestLog::Check(Call(item2.get(), L"ID").value.Long() == 2, "default member items(\"2\")");
-  TestLog::Check(Same(item3.get(), item2.get()), "Item(2.5) is position 2, the same object");
+  auto item1 = ComPtr<IDispatch>::Attach(Obj(Call(items.Get(), L"Item", {Var::I4(1)})));
+  auto item2 = ComPtr<IDispatch>::Attach(Obj(t4test::Invoke(
+      items.Get(), DISPID_VALUE, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {Var::Str(L"2")})));
+  auto item3 =
+      ComPtr<IDispatch>::Attach(Obj(Call(items.Get(), L"Item", {Var::R8(2.5)})));  // position 2
+  auto item4 = ComPtr<IDispatch>::Attach(Obj(Call(items.Get(), L"Item", {Var::Str(L"4")})));
+  TestLog::Check(Call(item1.Get(), L"ID").value.Long() == 1, "Item(1) is the first item");
+  TestLog::Check(Call(item2.Get(), L"ID").value.Long() == 2, "default member items(\"2\")");
+  TestLog::Check(Same(item3.Get(), item2.Get()), "Item(2.5) is position 2, the same object");
   item3.Reset();
   {
-    ComRef<IDispatch> again(Obj(Call(items.get(), L"Item", {Var::I4(1)})));
-    TestLog::Check(Same(again.get(), item1.get()), "the same item is the same object");
+    auto again = ComPtr<IDispatch>::Attach(Obj(Call(items.Get(), L"Item", {Var::I4(1)})));
+    TestLog::Check(Same(again.Get(), item1.Get()), "the same item is the same object");
   }
-  item3.Reset(Obj(Call(items.get(), L"Item", {Var::I4(3)})));
+  item3 = ComPtr<IDispatch>::Attach(Obj(Call(items.Get(), L"Item", {Var::I4(3)})));
   for (const auto& [label, index] :
        std::vector<std::pair<const char*, Var>>{{"Item(0)", Var::I4(0)},
                                                 {"Item(\"0\")", Var::Str(L"0")},
@@ -265,54 +268,54 @@ void TestItemsThroughDispatch() {
                                                 {"Item(Empty)", Var::Empty()},
                                                 {"Item(Null)", Var::Null()},
                                                 {"Item(\"x\")", Var::Str(L"x")}}) {
-    Result r = Call(items.get(), L"Item", {index});
+    Result r = Call(items.Get(), L"Item", {index});
     TestLog::Check(r.Ok() && r.value.IsNothing(),
                    std::string("OutlookItems.") + label + " is Nothing without error",
                    TestLog::Hex(r.hr));
   }
 
   // --- OutlookItem properties --------------------------------------------
-  Result date = Call(item2.get(), L"DateTime");
+  Result date = Call(item2.Get(), L"DateTime");
   TestLog::Check(date.value.Type() == VT_DATE && V_DATE(&*date.value) == 45000.5,
                  "DateTime is a DATE with the value read");
-  TestLog::Check(Call(item2.get(), L"Subject").value.Text() == L"Jane", "Subject");
-  TestLog::Check(Call(item2.get(), L"Folder").value.Text() == L"Inbox", "Folder");
-  TestLog::Check(Call(item2.get(), L"MessageClass").value.Text() == L"ipm.contact",
+  TestLog::Check(Call(item2.Get(), L"Subject").value.Text() == L"Jane", "Subject");
+  TestLog::Check(Call(item2.Get(), L"Folder").value.Text() == L"Inbox", "Folder");
+  TestLog::Check(Call(item2.Get(), L"MessageClass").value.Text() == L"ipm.contact",
                  "MessageClass in lower case");
-  TestLog::Check(Call(item2.get(), L"ItemType").value.Long() == 2 &&
-                     Call(item3.get(), L"ItemType").value.Long() == 3 &&
-                     Call(item4.get(), L"ItemType").value.Long() == 5 &&
-                     Call(item1.get(), L"ItemType").value.Long() == 0,
+  TestLog::Check(Call(item2.Get(), L"ItemType").value.Long() == 2 &&
+                     Call(item3.Get(), L"ItemType").value.Long() == 3 &&
+                     Call(item4.Get(), L"ItemType").value.Long() == 5 &&
+                     Call(item1.Get(), L"ItemType").value.Long() == 0,
                  "ItemType of contact, task, note and mail");
-  TestLog::Check(!Call(item1.get(), L"Changed").value.Bool(), "an item read is not Changed");
-  TestLog::Check(Call(item1.get(), L"CategoriesCount").value.Long() == 2, "CategoriesCount");
-  TestLog::Check(Call(item1.get(), L"CategoriesString").value.Text() == L"Business;Private",
+  TestLog::Check(!Call(item1.Get(), L"Changed").value.Bool(), "an item read is not Changed");
+  TestLog::Check(Call(item1.Get(), L"CategoriesCount").value.Long() == 2, "CategoriesCount");
+  TestLog::Check(Call(item1.Get(), L"CategoriesString").value.Text() == L"Business;Private",
                  "CategoriesString joins with ;",
-                 TestLog::Utf8(Call(item1.get(), L"CategoriesString").value.Text()));
-  StringArray names = ReadStringArray(Call(item1.get(), L"CategoriesArray").value);
+                 TestLog::Utf8(Call(item1.Get(), L"CategoriesString").value.Text()));
+  StringArray names = ReadStringArray(Call(item1.Get(), L"CategoriesArray").value);
   TestLog::Check(names.isStringArray && names.lower == 0 && names.upper == 1 &&
                      names.values == std::vector<std::wstring>{L"Business", L"Private"},
                  "CategoriesArray is a String array of the names");
-  names = ReadStringArray(Call(item2.get(), L"CategoriesArray").value);
+  names = ReadStringArray(Call(item2.Get(), L"CategoriesArray").value);
   TestLog::Check(
       names.isStringArray && names.lower == 0 && names.upper == -1 && names.values.empty(),
       "CategoriesArray without categories is empty (UBound -1)",
       std::to_string(names.lower) + ".." + std::to_string(names.upper));
-  TestLog::Check(Call(item2.get(), L"CategoriesString").value.Text().empty(),
+  TestLog::Check(Call(item2.Get(), L"CategoriesString").value.Text().empty(),
                  "CategoriesString without categories is empty");
   {
     // An item made by hand, on an object bound to no Outlook: error 91.
-    Result r = Call(item1.get(), L"GetOutlookItem");
+    Result r = Call(item1.Get(), L"GetOutlookItem");
     TestLog::Check(r.Number() == static_cast<HRESULT>(0x800A005B),
                    "GetOutlookItem without Outlook raises 91", TestLog::Hex(r.Number()));
   }
 
   // --- Enumeration -------------------------------------------------------
-  TestLog::Check(Ids(EnumeratedIds(items.get())) == "1,2,3,4", "For Each over the items",
-                 Ids(EnumeratedIds(items.get())));
+  TestLog::Check(Ids(EnumeratedIds(items.Get())) == "1,2,3,4", "For Each over the items",
+                 Ids(EnumeratedIds(items.Get())));
   {
     Result r =
-        t4test::Invoke(items.get(), DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
+        t4test::Invoke(items.Get(), DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
     IEnumVARIANT* e = nullptr;
     if (r.value.Type() == VT_UNKNOWN) {
       V_UNKNOWN(r.value.get())->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(&e));
@@ -322,7 +325,7 @@ void TestItemsThroughDispatch() {
       ULONG fetched = 0;
       TestLog::CheckHr(e->Next(3, batch, &fetched), S_OK, "Next(3) of four");
       TestLog::Check(fetched == 3 && V_VT(&batch[0]) == VT_DISPATCH &&
-                         Same(V_DISPATCH(&batch[0]), item1.get()),
+                         Same(V_DISPATCH(&batch[0]), item1.Get()),
                      "Next hands out the items' wrappers");
       for (ULONG i = 0; i < fetched; ++i) ::VariantClear(&batch[i]);
       TestLog::CheckHr(e->Next(3, batch, &fetched), S_FALSE, "Next past the end is S_FALSE");
@@ -345,22 +348,22 @@ void TestItemsThroughDispatch() {
   }
 
   // --- Category members --------------------------------------------------
-  ComRef<IDispatch> business(Obj(Call(cats.get(), L"Item", {Var::Str(L"1")})));
-  ComRef<IDispatch> priv(Obj(Call(cats.get(), L"Item", {Var::Str(L"2")})));
-  ComRef<IDispatch> travel(Obj(Call(cats.get(), L"Item", {Var::Str(L"3")})));
-  ComRef<IDispatch> standard(Obj(Call(cats.get(), L"DefaultCategory")));
-  TestLog::Check(Call(business.get(), L"MemberCount").value.Long() == 1 &&
-                     Call(priv.get(), L"MemberCount").value.Long() == 2 &&
-                     Call(travel.get(), L"MemberCount").value.Long() == 0 &&
-                     Call(standard.get(), L"MemberCount").value.Long() == 1,
+  auto business = ComPtr<IDispatch>::Attach(Obj(Call(cats.Get(), L"Item", {Var::Str(L"1")})));
+  auto priv = ComPtr<IDispatch>::Attach(Obj(Call(cats.Get(), L"Item", {Var::Str(L"2")})));
+  auto travel = ComPtr<IDispatch>::Attach(Obj(Call(cats.Get(), L"Item", {Var::Str(L"3")})));
+  auto standard = ComPtr<IDispatch>::Attach(Obj(Call(cats.Get(), L"DefaultCategory")));
+  TestLog::Check(Call(business.Get(), L"MemberCount").value.Long() == 1 &&
+                     Call(priv.Get(), L"MemberCount").value.Long() == 2 &&
+                     Call(travel.Get(), L"MemberCount").value.Long() == 0 &&
+                     Call(standard.Get(), L"MemberCount").value.Long() == 1,
                  "MemberCount of each category");
   {
-    ComRef<IDispatch> m1(Obj(Call(business.get(), L"Member", {Var::I4(1)})));
-    ComRef<IDispatch> m1Key(Obj(Call(business.get(), L"Member", {Var::Str(L"1")})));
-    TestLog::Check(Same(m1.get(), item1.get()) && Same(m1Key.get(), item1.get()),
+    auto m1 = ComPtr<IDispatch>::Attach(Obj(Call(business.Get(), L"Member", {Var::I4(1)})));
+    auto m1Key = ComPtr<IDispatch>::Attach(Obj(Call(business.Get(), L"Member", {Var::Str(L"1")})));
+    TestLog::Check(Same(m1.Get(), item1.Get()) && Same(m1Key.Get(), item1.Get()),
                    "Member(1) and Member(\"1\") are the item's wrapper");
-    ComRef<IDispatch> def(Obj(Call(standard.get(), L"Member", {Var::I4(1)})));
-    TestLog::Check(Same(def.get(), item2.get()),
+    auto def = ComPtr<IDispatch>::Attach(Obj(Call(standard.Get(), L"Member", {Var::I4(1)})));
+    TestLog::Check(Same(def.Get(), item2.Get()),
                    "the default category holds the item without "
                    "category");
     for (const auto& [label, index] :
@@ -368,65 +371,66 @@ void TestItemsThroughDispatch() {
                                                   {"Member(\"2\")", Var::Str(L"2")},
                                                   {"Member(Empty)", Var::Empty()},
                                                   {"Member(0)", Var::I4(0)}}) {
-      Result r = Call(business.get(), L"Member", {index});
+      Result r = Call(business.Get(), L"Member", {index});
       TestLog::Check(r.Ok() && r.value.IsNothing(),
                      std::string("Category.") + label + " is Nothing without error");
     }
   }
-  TestLog::Check(Ids(EnumeratedIds(priv.get())) == "1,3", "For Each over a category's members",
-                 Ids(EnumeratedIds(priv.get())));
-  TestLog::Check(Call(cats.get(), L"CountFilteredMember").value.Long() == 4,
+  TestLog::Check(Ids(EnumeratedIds(priv.Get())) == "1,3", "For Each over a category's members",
+                 Ids(EnumeratedIds(priv.Get())));
+  TestLog::Check(Call(cats.Get(), L"CountFilteredMember").value.Long() == 4,
                  "CountFilteredMember before any filter counts the distinct members");
 
   // --- Filters -------------------------------------------------------------
   // Items with two or more categories, and only categories that show one.
   TestLog::Check(
-      Call(cats.get(), L"SetFilter", {Var::I4(2), Var::I4(-1), Var::I4(1), Var::I4(0)}).Ok(),
+      Call(cats.Get(), L"SetFilter", {Var::I4(2), Var::I4(-1), Var::I4(1), Var::I4(0)}).Ok(),
       "SetFilter(2, -1, cmfmMemberOnly, cmmlAll)");
-  TestLog::Check(Call(cats.get(), L"Count").value.Long() == 2 &&
-                     Call(cats.get(), L"Count", {Var::Bool(true)}).value.Long() == 5,
+  TestLog::Check(Call(cats.Get(), L"Count").value.Long() == 2 &&
+                     Call(cats.Get(), L"Count", {Var::Bool(true)}).value.Long() == 5,
                  "Count shows the filtered categories, Count(True) all");
   {
-    ComRef<IDispatch> second(Obj(Call(cats.get(), L"Item", {Var::I4(2)})));
-    TestLog::Check(Call(second.get(), L"Name").value.Text() == L"Private",
+    auto second = ComPtr<IDispatch>::Attach(Obj(Call(cats.Get(), L"Item", {Var::I4(2)})));
+    TestLog::Check(Call(second.Get(), L"Name").value.Text() == L"Private",
                    "Item(2) under the filter is Private");
   }
-  TestLog::Check(Call(priv.get(), L"MemberCount").value.Long() == 1 &&
-                     Call(priv.get(), L"MemberCount", {Var::Bool(true)}).value.Long() == 2,
+  TestLog::Check(Call(priv.Get(), L"MemberCount").value.Long() == 1 &&
+                     Call(priv.Get(), L"MemberCount", {Var::Bool(true)}).value.Long() == 2,
                  "MemberCount honours the item filter unless IgnoreFilter");
   {
-    Result hidden = Call(priv.get(), L"Member", {Var::I4(2)});
-    ComRef<IDispatch> shown(Obj(Call(priv.get(), L"Member", {Var::I4(2), Var::Bool(true)})));
-    TestLog::Check(hidden.value.IsNothing() && Same(shown.get(), item3.get()),
+    Result hidden = Call(priv.Get(), L"Member", {Var::I4(2)});
+    auto shown =
+        ComPtr<IDispatch>::Attach(Obj(Call(priv.Get(), L"Member", {Var::I4(2), Var::Bool(true)})));
+    TestLog::Check(hidden.value.IsNothing() && Same(shown.Get(), item3.Get()),
                    "Member(2) is hidden by the filter, Member(2, True) is not");
   }
-  TestLog::Check(Call(cats.get(), L"CountFilteredMember").value.Long() == 1,
+  TestLog::Check(Call(cats.Get(), L"CountFilteredMember").value.Long() == 1,
                  "CountFilteredMember under the filter");
-  TestLog::Check(Ids(EnumeratedIds(priv.get())) == "1" &&
-                     Ids(EnumeratedIds(priv.get(), {Var::Bool(true)})) == "1,3",
+  TestLog::Check(Ids(EnumeratedIds(priv.Get())) == "1" &&
+                     Ids(EnumeratedIds(priv.Get(), {Var::Bool(true)})) == "1,3",
                  "Category.NewEnum follows the item filter unless IgnoreFilter",
-                 Ids(EnumeratedIds(priv.get(), {Var::Bool(true)})));
-  TestLog::Check(Call(cats.get(), L"FilterCategories").value.Long() == 2 &&
-                     Call(cats.get(), L"FilterTypes").value.Long() == -1 &&
-                     Call(cats.get(), L"FilterMember").value.Long() == 1 &&
-                     Call(cats.get(), L"FilterMasterlist").value.Long() == 0,
+                 Ids(EnumeratedIds(priv.Get(), {Var::Bool(true)})));
+  TestLog::Check(Call(cats.Get(), L"FilterCategories").value.Long() == 2 &&
+                     Call(cats.Get(), L"FilterTypes").value.Long() == -1 &&
+                     Call(cats.Get(), L"FilterMember").value.Long() == 1 &&
+                     Call(cats.Get(), L"FilterMasterlist").value.Long() == 0,
                  "the four filter values read back");
-  TestLog::Check(Call(cats.get(), L"DefaultCategory").value.IsNothing() &&
-                     !Call(cats.get(), L"DefaultCategory", {Var::Bool(true)}).value.IsNothing(),
+  TestLog::Check(Call(cats.Get(), L"DefaultCategory").value.IsNothing() &&
+                     !Call(cats.Get(), L"DefaultCategory", {Var::Bool(true)}).value.IsNothing(),
                  "the filtered-out default category only with IgnoreFilter");
-  TestLog::Check(Call(cats.get(), L"CountWithoutDefault").value.Long() == 2 &&
-                     Call(cats.get(), L"CountWithoutDefault", {Var::Bool(true)}).value.Long() == 4,
+  TestLog::Check(Call(cats.Get(), L"CountWithoutDefault").value.Long() == 2 &&
+                     Call(cats.Get(), L"CountWithoutDefault", {Var::Bool(true)}).value.Long() == 4,
                  "CountWithoutDefault with and without the filter");
-  TestLog::Check(Ids(EnumeratedIds(cats.get())) == "1,2", "For Each shows the filtered categories",
-                 Ids(EnumeratedIds(cats.get())));
-  Call(cats.get(), L"SetFilter", {Var::I4(0), Var::I4(2), Var::I4(0), Var::I4(0)});
-  TestLog::Check(Call(standard.get(), L"MemberCount").value.Long() == 1 &&
-                     Call(priv.get(), L"MemberCount").value.Long() == 0 &&
-                     Call(cats.get(), L"Count").value.Long() == 5,
+  TestLog::Check(Ids(EnumeratedIds(cats.Get())) == "1,2", "For Each shows the filtered categories",
+                 Ids(EnumeratedIds(cats.Get())));
+  Call(cats.Get(), L"SetFilter", {Var::I4(0), Var::I4(2), Var::I4(0), Var::I4(0)});
+  TestLog::Check(Call(standard.Get(), L"MemberCount").value.Long() == 1 &&
+                     Call(priv.Get(), L"MemberCount").value.Long() == 0 &&
+                     Call(cats.Get(), L"Count").value.Long() == 5,
                  "a type filter (contacts) shows only contacts as members");
-  Call(cats.get(), L"SetFilter", {Var::I4(0), Var::I4(-1), Var::I4(0), Var::I4(0)});
-  TestLog::Check(Call(priv.get(), L"MemberCount").value.Long() == 2 &&
-                     Call(cats.get(), L"CountFilteredMember").value.Long() == 4,
+  Call(cats.Get(), L"SetFilter", {Var::I4(0), Var::I4(-1), Var::I4(0), Var::I4(0)});
+  TestLog::Check(Call(priv.Get(), L"MemberCount").value.Long() == 2 &&
+                     Call(cats.Get(), L"CountFilteredMember").value.Long() == 4,
                  "SetFilter(0, -1, cmfmAll, cmmlAll) removes both layers");
 
   // --- Memberships, their events, undo and redo ----------------------------
@@ -445,69 +449,69 @@ void TestItemsThroughDispatch() {
 
   // Out-of-range colours and shortcuts keep the value but still count as a
   // change (seen here on a model fresh from reading: nothing changed yet).
-  TestLog::Check(!Call(business.get(), L"Changed").value.Bool() &&
-                     !Call(cats.get(), L"Changed").value.Bool() &&
+  TestLog::Check(!Call(business.Get(), L"Changed").value.Bool() &&
+                     !Call(cats.Get(), L"Changed").value.Bool() &&
                      !Call(app, L"Changed").value.Bool() &&
                      !Call(app, L"UndoIsPossible").value.Bool(),
                  "nothing is changed or journalled after reading");
-  Put(business.get(), L"Color", Var::I4(25));
-  TestLog::Check(Call(business.get(), L"Color").value.Long() == -2 &&
-                     Call(business.get(), L"Changed").value.Bool() &&
-                     Call(cats.get(), L"Changed").value.Bool() &&
+  Put(business.Get(), L"Color", Var::I4(25));
+  TestLog::Check(Call(business.Get(), L"Color").value.Long() == -2 &&
+                     Call(business.Get(), L"Changed").value.Bool() &&
+                     Call(cats.Get(), L"Changed").value.Bool() &&
                      Call(app, L"UndoIsPossible").value.Bool(),
                  "Color 25 keeps the colour but marks a change and a step");
   CheckEvents(sink, {L"ItemChange Business"}, "Color 25 raises ItemChange");
-  Put(business.get(), L"Color", Var::I4(-3));
-  Put(business.get(), L"ShortCut", Var::I4(12));
-  TestLog::Check(Call(business.get(), L"Color").value.Long() == -2 &&
-                     Call(business.get(), L"ShortCut").value.Long() == -2,
+  Put(business.Get(), L"Color", Var::I4(-3));
+  Put(business.Get(), L"ShortCut", Var::I4(12));
+  TestLog::Check(Call(business.Get(), L"Color").value.Long() == -2 &&
+                     Call(business.Get(), L"ShortCut").value.Long() == -2,
                  "Color -3 and ShortCut 12 keep their values");
   CheckEvents(sink, {L"ItemChange Business", L"ItemChange Business"},
               "Color -3 and ShortCut 12 raise ItemChange");
-  Put(business.get(), L"ShortCut", Var::I4(0));
-  TestLog::Check(Call(business.get(), L"ShortCut").value.Long() == 0, "ShortCut 0 is stored");
+  Put(business.Get(), L"ShortCut", Var::I4(0));
+  TestLog::Check(Call(business.Get(), L"ShortCut").value.Long() == 0, "ShortCut 0 is stored");
   TestLog::Check(Call(app, L"Undo").Ok() && Call(app, L"Undo").Ok() && Call(app, L"Undo").Ok() &&
                      Call(app, L"Undo").Ok() && !Call(app, L"UndoIsPossible").value.Bool(),
                  "each of the four edits was one step");
   // The undo sets the old value through the same setter, where -2 means
   // "leave as it is": a shortcut set from none (-2) to 0 stays 0.
-  TestLog::Check(Call(business.get(), L"ShortCut").value.Long() == 0,
+  TestLog::Check(Call(business.Get(), L"ShortCut").value.Long() == 0,
                  "undoing ShortCut 0 cannot bring back 'none' (-2 keeps)",
-                 std::to_string(Call(business.get(), L"ShortCut").value.Long()));
+                 std::to_string(Call(business.Get(), L"ShortCut").value.Long()));
   sink.events.clear();
 
-  Result added = Call(item2.get(), L"CategoriesAdd", {Var::Obj(travel.get())});
+  Result added = Call(item2.Get(), L"CategoriesAdd", {Var::Obj(travel.Get())});
   TestLog::Check(added.Ok(), "CategoriesAdd", TestLog::Hex(added.hr));
   CheckEvents(sink, {L"MemberAdd Travel 2", L"MemberRemove  2"},
               "CategoriesAdd raises MemberAdd, then MemberRemove on the default category");
-  TestLog::Check(Call(item2.get(), L"CategoriesCount").value.Long() == 1 &&
-                     Call(item2.get(), L"Changed").value.Bool() &&
-                     Call(items.get(), L"Changed").value.Bool() &&
+  TestLog::Check(Call(item2.Get(), L"CategoriesCount").value.Long() == 1 &&
+                     Call(item2.Get(), L"Changed").value.Bool() &&
+                     Call(items.Get(), L"Changed").value.Bool() &&
                      Call(app, L"Changed").value.Bool(),
                  "the item, the items and the Application are Changed");
-  TestLog::Check(Call(standard.get(), L"MemberCount").value.Long() == 0 &&
-                     Call(travel.get(), L"MemberCount").value.Long() == 1,
+  TestLog::Check(Call(standard.Get(), L"MemberCount").value.Long() == 0 &&
+                     Call(travel.Get(), L"MemberCount").value.Long() == 1,
                  "the item left the default category for Travel");
   TestLog::Check(Call(app, L"UndoIsPossible").value.Bool(), "an assignment can be undone");
-  Call(item2.get(), L"CategoriesAdd", {Var::Obj(travel.get())});
-  TestLog::Check(Call(item2.get(), L"CategoriesCount").value.Long() == 1 && sink.events.empty(),
+  Call(item2.Get(), L"CategoriesAdd", {Var::Obj(travel.Get())});
+  TestLog::Check(Call(item2.Get(), L"CategoriesCount").value.Long() == 1 && sink.events.empty(),
                  "assigning a category twice changes nothing");
-  TestLog::Check(Call(item2.get(), L"CategoriesAdd", {Var::Obj(nullptr)}).Ok() &&
-                     Call(item2.get(), L"CategoriesCount").value.Long() == 1,
+  TestLog::Check(Call(item2.Get(), L"CategoriesAdd", {Var::Obj(nullptr)}).Ok() &&
+                     Call(item2.Get(), L"CategoriesCount").value.Long() == 1,
                  "CategoriesAdd(Nothing) does nothing");
   TestLog::Check(Call(app, L"Undo").Ok() &&
-                     Call(item2.get(), L"CategoriesCount").value.Long() == 0 &&
-                     Call(standard.get(), L"MemberCount").value.Long() == 1,
+                     Call(item2.Get(), L"CategoriesCount").value.Long() == 0 &&
+                     Call(standard.Get(), L"MemberCount").value.Long() == 1,
                  "Undo takes the assignment back");
   CheckEvents(sink, {L"MemberRemove Travel 2", L"MemberAdd  2"}, "the undo raises member events");
   TestLog::Check(
-      Call(app, L"Redo").Ok() && Call(item2.get(), L"CategoriesString").value.Text() == L"Travel",
+      Call(app, L"Redo").Ok() && Call(item2.Get(), L"CategoriesString").value.Text() == L"Travel",
       "Redo assigns it again");
   sink.events.clear();
 
   // Removal by position (rounded), by key, and by indexes that name nothing.
-  Call(item1.get(), L"CategoriesRemove", {Var::R8(2.4)});
-  TestLog::Check(Call(item1.get(), L"CategoriesString").value.Text() == L"Business",
+  Call(item1.Get(), L"CategoriesRemove", {Var::R8(2.4)});
+  TestLog::Check(Call(item1.Get(), L"CategoriesString").value.Text() == L"Business",
                  "CategoriesRemove(2.4) removes position 2");
   CheckEvents(sink, {L"MemberRemove Private 1"}, "the removal raises MemberRemove");
   for (const auto& [label, index] :
@@ -515,47 +519,47 @@ void TestItemsThroughDispatch() {
                                                 {"CategoriesRemove(5)", Var::I4(5)},
                                                 {"CategoriesRemove(Empty)", Var::Empty()},
                                                 {"CategoriesRemove(Null)", Var::Null()}}) {
-    Result r = Call(item1.get(), L"CategoriesRemove", {index});
-    TestLog::Check(r.Ok() && Call(item1.get(), L"CategoriesCount").value.Long() == 1,
+    Result r = Call(item1.Get(), L"CategoriesRemove", {index});
+    TestLog::Check(r.Ok() && Call(item1.Get(), L"CategoriesCount").value.Long() == 1,
                    std::string(label) + " does nothing");
   }
-  Call(item1.get(), L"CategoriesRemove", {Var::Str(L"1")});
-  TestLog::Check(Call(item1.get(), L"CategoriesCount").value.Long() == 0 &&
-                     Call(standard.get(), L"MemberCount").value.Long() == 1,
+  Call(item1.Get(), L"CategoriesRemove", {Var::Str(L"1")});
+  TestLog::Check(Call(item1.Get(), L"CategoriesCount").value.Long() == 0 &&
+                     Call(standard.Get(), L"MemberCount").value.Long() == 1,
                  "CategoriesRemove(\"1\") by key; the item joins the default category");
   CheckEvents(sink, {L"MemberRemove Business 1", L"MemberAdd  1"},
               "removing the last category raises MemberAdd on the default category");
   Call(app, L"Undo");
   Call(app, L"Undo");
-  TestLog::Check(Call(item1.get(), L"CategoriesString").value.Text() == L"Business;Private",
+  TestLog::Check(Call(item1.Get(), L"CategoriesString").value.Text() == L"Business;Private",
                  "two undos give both categories back",
-                 TestLog::Utf8(Call(item1.get(), L"CategoriesString").value.Text()));
+                 TestLog::Utf8(Call(item1.Get(), L"CategoriesString").value.Text()));
   Call(app, L"Redo");
-  TestLog::Check(Call(item1.get(), L"CategoriesString").value.Text() == L"Business",
+  TestLog::Check(Call(item1.Get(), L"CategoriesString").value.Text() == L"Business",
                  "Redo removes Private again");
   Call(app, L"Undo");
   sink.events.clear();
 
   // MoveToCategory as one batch step.
   Put(app, L"BatchMode", Var::Bool(true));
-  Result moved = Call(item1.get(), L"MoveToCategory", {Var::Obj(travel.get())});
+  Result moved = Call(item1.Get(), L"MoveToCategory", {Var::Obj(travel.Get())});
   Put(app, L"BatchMode", Var::Bool(false));
-  TestLog::Check(moved.Ok() && Call(item1.get(), L"CategoriesString").value.Text() == L"Travel",
+  TestLog::Check(moved.Ok() && Call(item1.Get(), L"CategoriesString").value.Text() == L"Travel",
                  "MoveToCategory leaves the one category");
-  TestLog::Check(Call(travel.get(), L"MemberCount").value.Long() == 2, "Travel has both items");
+  TestLog::Check(Call(travel.Get(), L"MemberCount").value.Long() == 2, "Travel has both items");
   CheckEvents(sink, {L"MemberRemove Private 1", L"MemberRemove Business 1", L"MemberAdd Travel 1"},
               "MoveToCategory removes last first, then adds");
   Call(app, L"Undo");
-  const std::wstring undone = Call(item1.get(), L"CategoriesString").value.Text();
-  TestLog::Check(Call(item1.get(), L"CategoriesCount").value.Long() == 2 &&
+  const std::wstring undone = Call(item1.Get(), L"CategoriesString").value.Text();
+  TestLog::Check(Call(item1.Get(), L"CategoriesCount").value.Long() == 2 &&
                      undone.find(L"Business") != std::wstring::npos &&
                      undone.find(L"Private") != std::wstring::npos,
                  "one Undo takes the whole move back", TestLog::Utf8(undone));
   Call(app, L"Redo");
-  TestLog::Check(Call(item1.get(), L"CategoriesString").value.Text() == L"Travel",
+  TestLog::Check(Call(item1.Get(), L"CategoriesString").value.Text() == L"Travel",
                  "Redo moves again");
   {
-    Result r = Call(item1.get(), L"MoveToCategory", {Var::Obj(nullptr)});
+    Result r = Call(item1.Get(), L"MoveToCategory", {Var::Obj(nullptr)});
     TestLog::Check(r.Number() == kObjectVariableNotSet, "MoveToCategory(Nothing) raises 91",
                    TestLog::Hex(r.Number()));
     const std::wstring tail = L"Tandrel4.OutlookItem.MoveToCategory (0)";
@@ -563,13 +567,13 @@ void TestItemsThroughDispatch() {
                        r.source.compare(r.source.size() - tail.size(), tail.size(), tail) == 0,
                    "its source ends with the procedure", TestLog::Utf8(r.source));
     // An object of another class is no category.
-    Result wrong = Call(item1.get(), L"MoveToCategory", {Var::Obj(items.get())});
+    Result wrong = Call(item1.Get(), L"MoveToCategory", {Var::Obj(items.Get())});
     TestLog::Check(
-        FAILED(wrong.hr) && Call(item1.get(), L"CategoriesString").value.Text() == L"Travel",
+        FAILED(wrong.hr) && Call(item1.Get(), L"CategoriesString").value.Text() == L"Travel",
         "MoveToCategory with an object that is no category fails", TestLog::Hex(wrong.hr));
     bool mismatch = false;
     try {
-      t4::com::CoreOf(reinterpret_cast<_Category*>(item1.get()));
+      t4::com::CoreOf(reinterpret_cast<_Category*>(item1.Get()));
     } catch (const t4::Error& error) {
       mismatch = error.Number() == 13;
     }
@@ -578,9 +582,9 @@ void TestItemsThroughDispatch() {
   sink.events.clear();
 
   // Deleting a category takes it off its items; undo puts it back on them.
-  Call(cats.get(), L"Delete", {Var::Str(L"2")});
-  TestLog::Check(Call(item3.get(), L"CategoriesCount").value.Long() == 0 &&
-                     Call(cats.get(), L"Item", {Var::Str(L"2")}).value.IsNothing(),
+  Call(cats.Get(), L"Delete", {Var::Str(L"2")});
+  TestLog::Check(Call(item3.Get(), L"CategoriesCount").value.Long() == 0 &&
+                     Call(cats.Get(), L"Item", {Var::Str(L"2")}).value.IsNothing(),
                  "Delete takes the category off its items");
   // No MemberRemove for the deleted category; the item that lost its last
   // category joins the default one.
@@ -588,17 +592,17 @@ void TestItemsThroughDispatch() {
               "Delete raises ItemRemove with the key, no MemberRemove");
   Call(app, L"Undo");
   {
-    ComRef<IDispatch> restored(Obj(Call(cats.get(), L"Item", {Var::Str(L"2")})));
-    TestLog::Check(Call(item3.get(), L"CategoriesString").value.Text() == L"Private" &&
-                       Call(restored.get(), L"MemberCount").value.Long() == 1,
+    auto restored = ComPtr<IDispatch>::Attach(Obj(Call(cats.Get(), L"Item", {Var::Str(L"2")})));
+    TestLog::Check(Call(item3.Get(), L"CategoriesString").value.Text() == L"Private" &&
+                       Call(restored.Get(), L"MemberCount").value.Long() == 1,
                    "Undo of Delete puts the category back on its items");
   }
   sink.events.clear();
-  Put(cats.get(), L"FireMemberEvents", Var::Bool(false));
-  Call(item3.get(), L"CategoriesAdd", {Var::Obj(business.get())});
-  TestLog::Check(sink.events.empty() && !Call(cats.get(), L"FireMemberEvents").value.Bool(),
+  Put(cats.Get(), L"FireMemberEvents", Var::Bool(false));
+  Call(item3.Get(), L"CategoriesAdd", {Var::Obj(business.Get())});
+  TestLog::Check(sink.events.empty() && !Call(cats.Get(), L"FireMemberEvents").value.Bool(),
                  "no member events with FireMemberEvents False");
-  Put(cats.get(), L"FireMemberEvents", Var::Bool(true));
+  Put(cats.Get(), L"FireMemberEvents", Var::Bool(true));
   TestLog::CheckHr(point->Unadvise(cookie), S_OK, "Unadvise the sink");
   point->Release();
   container->Release();
@@ -616,29 +620,29 @@ void TestItemsThroughDispatch() {
                        Call(itemChild, L"Key").value.Text().empty(),
                    "IChild.Key of a category and an item is empty");
     TestLog::Check(Call(child, L"Init", {Var::I4(0)}).Ok(), "IChild.Init(0) unlinks");
-    TestLog::Check(Put(travel.get(), L"Color", Var::I4(3)).Number() == kObjectVariableNotSet,
+    TestLog::Check(Put(travel.Get(), L"Color", Var::I4(3)).Number() == kObjectVariableNotSet,
                    "an unlinked category cannot be edited (91)");
     TestLog::Check(Call(child, L"Init", {Var::I4(123456789), Var::Str(L"k")}).Ok() &&
-                       Put(travel.get(), L"Color", Var::I4(3)).Number() == kObjectVariableNotSet,
+                       Put(travel.Get(), L"Color", Var::I4(3)).Number() == kObjectVariableNotSet,
                    "an unknown handle links no object");
     TestLog::Check(Call(child, L"Init", {Var::I4(catsHandle)}).Ok() &&
-                       Put(travel.get(), L"Color", Var::I4(3)).Ok() &&
-                       Call(travel.get(), L"Color").value.Long() == 3,
+                       Put(travel.Get(), L"Color", Var::I4(3)).Ok() &&
+                       Call(travel.Get(), L"Color").value.Long() == 3,
                    "IChild.Init with the collection's handle links it again");
     TestLog::Check(Call(child, L"ResetParentPtr").Ok() &&
-                       Put(travel.get(), L"Color", Var::I4(4)).Number() == kObjectVariableNotSet,
+                       Put(travel.Get(), L"Color", Var::I4(4)).Number() == kObjectVariableNotSet,
                    "IChild.ResetParentPtr unlinks");
     Call(child, L"Init", {Var::I4(catsHandle)});
     IDispatch* catsChild = nullptr;
     cats->QueryInterface(IID__IChild, reinterpret_cast<void**>(&catsChild));
     Call(catsChild, L"Init", {Var::I4(0)});
-    TestLog::Check(Put(travel.get(), L"Color", Var::I4(5)).Number() == kObjectVariableNotSet,
+    TestLog::Check(Put(travel.Get(), L"Color", Var::I4(5)).Number() == kObjectVariableNotSet,
                    "a category of an unlinked Categories cannot be edited (91)");
     TestLog::Check(
         Call(catsChild, L"Init", {Var::I4(t4::HandleTable::HandleOf<t4::ApplicationContext>(core))})
                 .Ok() &&
-            Put(travel.get(), L"Color", Var::I4(5)).Ok() &&
-            Call(travel.get(), L"Color").value.Long() == 5,
+            Put(travel.Get(), L"Color", Var::I4(5)).Ok() &&
+            Call(travel.Get(), L"Color").value.Long() == 5,
         "Categories linked again to the Application through IChild.Init");
     catsChild->Release();
     itemChild->Release();
@@ -647,19 +651,19 @@ void TestItemsThroughDispatch() {
 
   // --- Terminate ------------------------------------------------------------
   TestLog::Check(Call(app, L"Terminate").Ok(), "Terminate");
-  TestLog::Check(Call(item1.get(), L"Subject").value.Text() == L"Offer" &&
-                     Call(travel.get(), L"Name").value.Text() == L"Travel",
+  TestLog::Check(Call(item1.Get(), L"Subject").value.Text() == L"Offer" &&
+                     Call(travel.Get(), L"Name").value.Text() == L"Travel",
                  "after Terminate the held objects are still readable");
-  TestLog::Check(Put(travel.get(), L"Color", Var::I4(1)).Number() == kObjectVariableNotSet,
+  TestLog::Check(Put(travel.Get(), L"Color", Var::I4(1)).Number() == kObjectVariableNotSet,
                  "after Terminate a held category cannot be edited (91)");
-  TestLog::Check(Call(item2.get(), L"CategoriesAdd", {Var::Obj(business.get())}).Ok(),
+  TestLog::Check(Call(item2.Get(), L"CategoriesAdd", {Var::Obj(business.Get())}).Ok(),
                  "after Terminate CategoriesAdd still raises nothing");
   TestLog::Check(Call(app, L"Categories").value.IsNothing() &&
                      Call(app, L"OutlookItems").value.IsNothing() &&
                      !Call(app, L"UndoIsPossible").value.Bool(),
                  "after Terminate the Application hands out Nothing");
 
-  for (ComRef<IDispatch>* held :
+  for (ComPtr<IDispatch>* held :
        {&item1, &item2, &item3, &item4, &business, &priv, &travel, &standard, &items}) {
     IDispatch* p = held->Detach();
     if (p != nullptr) p->Release();

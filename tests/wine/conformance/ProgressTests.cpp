@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Automation.h"
+#include "ConformanceSupport.h"
 #include "TestLog.h"
 #include "com/Tandrel4_h.h"
 
@@ -95,24 +96,16 @@ std::string Text(const std::vector<std::pair<LONG, LONG>>& calls) {
 }  // namespace
 
 void TestProgressEvents() {
-  CLSID clsid = GUID_NULL;
-  IDispatch* outlook = nullptr;
-  if (FAILED(::CLSIDFromProgID(L"Tandrel4Test.Outlook", &clsid)) ||
-      FAILED(::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                reinterpret_cast<void**>(&outlook)))) {
-    TestLog::Fail("Progress", "the Outlook stand-in is not registered");
-    return;
-  }
+  IDispatch* outlook = NewOutlookStandInOrFail("Progress");
+  if (outlook == nullptr) return;
   Call(outlook, L"Reset");
   Put(outlook, L"Version", Var::Str(L"11.0.0.8312"));
   const std::wstring fixture = ProgramFolder() + L"\\mailbox.txt";
   TestLog::Check(Call(outlook, L"LoadMailbox", {Var::Str(fixture.c_str())}).Ok(),
                  "Progress: the test mailbox loads");
 
-  _Application* app = nullptr;
-  if (FAILED(::CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID__Application,
-                                reinterpret_cast<void**>(&app)))) {
-    TestLog::Fail("Progress", "Application not created");
+  _Application* app = NewApplicationOrFail("Progress");
+  if (app == nullptr) {
     outlook->Release();
     return;
   }

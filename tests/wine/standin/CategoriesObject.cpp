@@ -1,7 +1,7 @@
 #include "CategoriesObject.h"
 
 #include "CategoryObject.h"
-#include "StandInErrors.h"
+#include "CollectionIndex.h"
 #include "StandInState.h"
 #include "StandInText.h"
 #include "VariantEnum.h"
@@ -54,27 +54,11 @@ HRESULT CategoriesObject::Call(DISPID id, Invocation& call) {
 
 HRESULT CategoriesObject::Find(Invocation& call, bool acceptId, long* position) {
   const StandInState& state = StandInState::Get();
-  if (call.IsMissing(0)) return call.BadArg(0, DISP_E_PARAMNOTFOUND);
-  const VARIANT* index = call.Arg(0);
-  if ((V_VT(index) & ~VT_BYREF) == VT_BSTR) {
-    std::wstring text;
-    HRESULT hr = call.GetString(0, &text);
-    if (FAILED(hr)) return hr;
-    *position = state.FindCategoryByName(text);
-    if (*position < 0 && acceptId) *position = state.FindCategoryById(text);
-    if (*position < 0) {
-      return call.Fail(kNotFound, L"The attempted operation failed. An object could not be found.");
-    }
-    return S_OK;
-  }
-  long number = 0;
-  HRESULT hr = call.GetLong(0, &number);
-  if (FAILED(hr)) return hr;
-  if (number < 1 || number > static_cast<long>(state.categories.size())) {
-    return call.Fail(kOutOfBounds, L"Array index out of bounds.");
-  }
-  *position = number - 1;
-  return S_OK;
+  const auto byName = [&](const std::wstring& text) {
+    const long found = state.FindCategoryByName(text);
+    return found < 0 && acceptId ? state.FindCategoryById(text) : found;
+  };
+  return CollectionIndex::Find(call, static_cast<long>(state.categories.size()), byName, position);
 }
 
 HRESULT CategoriesObject::Add(Invocation& call) {

@@ -17,9 +17,9 @@ class CategoriesObject final : public DispatchObject {
  private:
   CategoriesObject();
 
-  // The 0-based position of the category argument 0 names: a 1-based number,
-  // a name (any letter case) or, when `acceptId`, a CategoryID. Fails the
-  // call as Outlook does when there is none.
+  // The 0-based position of the category argument 0 names (CollectionIndex):
+  // a 1-based number, a name (any letter case) or, when `acceptId`, a
+  // CategoryID.
   HRESULT Find(Invocation& call, bool acceptId, long* position);
   HRESULT Add(Invocation& call);
   HRESULT NewEnum(Invocation& call);

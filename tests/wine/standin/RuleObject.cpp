@@ -1,7 +1,6 @@
 #include "RuleObject.h"
 
-#include "RuleActionsObject.h"
-#include "RuleConditionsObject.h"
+#include "RulePartsObject.h"
 
 namespace t4standin {
 
@@ -35,9 +34,9 @@ HRESULT RuleObject::Call(DISPID id, Invocation& call) {
       return hr;
     }
     case kConditions:
-      return call.ReturnObject(RuleConditionsObject::Create(data_));
+      return call.ReturnObject(RulePartsObject::Create(data_, RuleCategoryPartObject::kCondition));
     case kActions:
-      return call.ReturnObject(RuleActionsObject::Create(data_));
+      return call.ReturnObject(RulePartsObject::Create(data_, RuleCategoryPartObject::kAction));
     default:
       return DISP_E_MEMBERNOTFOUND;
   }

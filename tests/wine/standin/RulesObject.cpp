@@ -1,7 +1,7 @@
 #include "RulesObject.h"
 
+#include "CollectionIndex.h"
 #include "RuleObject.h"
-#include "StandInErrors.h"
 #include "StandInState.h"
 #include "StandInText.h"
 
@@ -63,25 +63,9 @@ HRESULT RulesObject::Call(DISPID id, Invocation& call) {
 
 HRESULT RulesObject::Find(Invocation& call, bool acceptName, long* position) {
   const StandInState& state = StandInState::Get();
-  if (call.IsMissing(0)) return call.BadArg(0, DISP_E_PARAMNOTFOUND);
-  if (acceptName && (V_VT(call.Arg(0)) & ~VT_BYREF) == VT_BSTR) {
-    std::wstring name;
-    HRESULT hr = call.GetString(0, &name);
-    if (FAILED(hr)) return hr;
-    *position = state.FindRuleByName(name);
-    if (*position < 0) {
-      return call.Fail(kNotFound, L"The attempted operation failed. An object could not be found.");
-    }
-    return S_OK;
-  }
-  long number = 0;
-  HRESULT hr = call.GetLong(0, &number);
-  if (FAILED(hr)) return hr;
-  if (number < 1 || number > static_cast<long>(state.rules.size())) {
-    return call.Fail(kOutOfBounds, L"Array index out of bounds.");
-  }
-  *position = number - 1;
-  return S_OK;
+  CollectionIndex::TextLookup byName;
+  if (acceptName) byName = [&](const std::wstring& name) { return state.FindRuleByName(name); };
+  return CollectionIndex::Find(call, static_cast<long>(state.rules.size()), byName, position);
 }
 
 HRESULT RulesObject::AddTestRule(Invocation& call) {

@@ -16,8 +16,8 @@ class RulesObject final : public DispatchObject {
  private:
   RulesObject();
 
-  // The 0-based position of the rule argument 0 names: a 1-based number or,
-  // when `acceptName`, a rule name.
+  // The 0-based position of the rule argument 0 names (CollectionIndex): a
+  // 1-based number or, when `acceptName`, a rule name.
   HRESULT Find(Invocation& call, bool acceptName, long* position);
   HRESULT AddTestRule(Invocation& call);
   HRESULT RuleText(Invocation& call);

@@ -269,7 +269,7 @@ TEST_F(DispatchStoresTest, ListConvertsTheClientsNumbering) {
                        {u"{B}", u"None", 0, 0},
                        {u"{C}", u"Last", 25, 12},
                        {u"{D}", u"Odd", -1, 1}};
-  DispatchCategoryStore store(outlook);
+  DispatchCategoryStore store(win32::ComPtr<IDispatch>::CopyFrom(outlook));
   const auto list = store.List();
   ASSERT_EQ(list.size(), 4u);
   EXPECT_EQ(list[0].id, u"{A}");
@@ -285,7 +285,7 @@ TEST_F(DispatchStoresTest, ListConvertsTheClientsNumbering) {
 }
 
 TEST_F(DispatchStoresTest, AddPassesClientNumbersAndAnswersTheNewIdentifier) {
-  DispatchCategoryStore store(outlook);
+  DispatchCategoryStore store(win32::ComPtr<IDispatch>::CopyFrom(outlook));
   StoredCategory red;
   red.name = u"Red";
   red.color = 0;
@@ -303,7 +303,7 @@ TEST_F(DispatchStoresTest, AddPassesClientNumbersAndAnswersTheNewIdentifier) {
 
 TEST_F(DispatchStoresTest, UpdateRenamesOnlyOnARealChange) {
   model->categories = {{u"{A}", u"Work", 1, 0}, {u"{B}", u"Home", 2, 0}};
-  DispatchCategoryStore store(outlook);
+  DispatchCategoryStore store(win32::ComPtr<IDispatch>::CopyFrom(outlook));
   // Same name: Outlook would refuse to "rename" it to itself.
   store.Update({u"{B}", u"Home", 4, 3});
   EXPECT_EQ(model->categories[1].color, 5);
@@ -319,7 +319,7 @@ TEST_F(DispatchStoresTest, UpdateRenamesOnlyOnARealChange) {
 
 TEST_F(DispatchStoresTest, RemoveByIdentifierOrByPosition) {
   model->categories = {{u"{A}", u"One", 1, 0}, {u"{B}", u"Two", 2, 0}, {u"{C}", u"Three", 3, 0}};
-  DispatchCategoryStore store(outlook);
+  DispatchCategoryStore store(win32::ComPtr<IDispatch>::CopyFrom(outlook));
   store.Remove(u"{B}");
   ASSERT_EQ(model->categories.size(), 2u);
   EXPECT_EQ(model->categories[1].id, u"{C}");
@@ -333,7 +333,8 @@ TEST_F(DispatchStoresTest, RemoveByIdentifierOrByPosition) {
 
 TEST_F(DispatchStoresTest, CategoryListObjectOverTheClientsCategories) {
   model->categories = {{u"{X}", u"Blue", 8, 0}, {u"{Y}", u"Old", 3, 4}};
-  StoredCategoryList list(std::make_shared<DispatchCategoryStore>(outlook));
+  StoredCategoryList list(
+      std::make_shared<DispatchCategoryStore>(win32::ComPtr<IDispatch>::CopyFrom(outlook)));
   EXPECT_EQ(list.ReadCategories(), u"{X};Blue;7;0;{Y};Old;2;3");
   std::u16string text = u"{X};Red;0;1;;New;3;0;{Y};;;";
   list.WriteCategories(text);
@@ -352,7 +353,7 @@ TEST_F(DispatchStoresTest, CategoryListObjectOverTheClientsCategories) {
 
 TEST_F(DispatchStoresTest, RuleStoreReadsBothListsFromRulesFetchedOnce) {
   model->rules = {{{u"Work", u"Home"}, {u"Home"}, false}, {{}, {u"Work"}, true}};
-  DispatchRuleStore store(outlook);
+  DispatchRuleStore store(win32::ComPtr<IDispatch>::CopyFrom(outlook));
   EXPECT_EQ(store.Count(), 2);
   EXPECT_EQ(store.Categories(0, false), (std::vector<std::u16string>{u"Work", u"Home"}));
   EXPECT_EQ(store.Categories(0, true), std::vector<std::u16string>{u"Home"});
@@ -367,7 +368,8 @@ TEST_F(DispatchStoresTest, RuleStoreReadsBothListsFromRulesFetchedOnce) {
 
 TEST_F(DispatchStoresTest, CategoryRulesObjectRenamesThroughTheClientsRules) {
   model->rules = {{{u"work", u"Home"}, {u"Work"}, false}, {{u"Other"}, {}, false}};
-  StoredCategoryRules rules(std::make_shared<DispatchRuleStore>(outlook));
+  StoredCategoryRules rules(
+      std::make_shared<DispatchRuleStore>(win32::ComPtr<IDispatch>::CopyFrom(outlook)));
   std::u16string oldName = u"Work";
   std::u16string newName = u"Office";
   rules.RenameCategory(oldName, newName);

@@ -177,7 +177,7 @@ TEST_F(DispatcherTest, FailingResultsBecomeErrors) {
   const Error unknown = Raised([&] { d.Get(u"NoSuchMember"); });
   EXPECT_EQ(unknown.Number(), 438);
   EXPECT_EQ(unknown.Description(), u"Object doesn't support this property or method");
-  EXPECT_EQ(Raised([] { Dispatcher(static_cast<IDispatch*>(nullptr)).Call(u"X"); }).Number(), 91);
+  EXPECT_EQ(Raised([] { Dispatcher(win32::ComPtr<IDispatch>()).Call(u"X"); }).Number(), 91);
 }
 
 TEST_F(DispatcherTest, ObjectResults) {
@@ -271,7 +271,7 @@ TEST_F(DispatcherTest, ArgumentsAndResultsLeaveNoReferenceBehind) {
     return S_OK;
   });
   {
-    Variant args[] = {Variant::Object(child)};
+    Variant args[] = {Variant::Object(childObject)};
     EXPECT_EQ(child->References(), 2u);
     Dispatcher(object).Call(u"Take", args);
   }

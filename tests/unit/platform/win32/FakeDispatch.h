@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/win32/DispatchPtr.h"
+#include "platform/win32/ComPtr.h"
 #include "support/TextCase.h"
 
 namespace t4::test {
@@ -159,10 +159,10 @@ class FakeDispatch : public FakeUnknown<IDispatch, &IID_IDispatch> {
   std::vector<std::pair<std::u16string, Member>> members_;
 };
 
-// A FakeDispatch the test owns through a DispatchPtr.
-inline std::pair<FakeDispatch*, win32::DispatchPtr> MakeFake() {
+// A FakeDispatch the test owns through a ComPtr<IDispatch>.
+inline std::pair<FakeDispatch*, win32::ComPtr<IDispatch>> MakeFake() {
   auto* fake = new FakeDispatch();
-  return {fake, win32::DispatchPtr::Attach(fake)};
+  return {fake, win32::ComPtr<IDispatch>::Attach(fake)};
 }
 
 inline std::u16string Text(const VARIANT& value) {

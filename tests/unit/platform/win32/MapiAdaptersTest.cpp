@@ -287,7 +287,7 @@ TEST_F(MapiAdaptersTest, TableReadsRowsOfTheRawTableAndLetsGoOfIt) {
   V_UNKNOWN(&rawValue) = raw;
   auto prop = std::make_shared<win32::DispatchMapiProp>(rawValue);
   {
-    win32::DispatchMapiTable table(win32::DispatchPtr::Attach(model.Make()));
+    win32::DispatchMapiTable table(win32::ComPtr<IDispatch>::Attach(model.Make()));
     table.SetItem(prop);
     const std::vector<uint32_t> tags = {0x0FFF0102, 0x0037001E, 0x30080040, 0x001A001E, 0x8001101E};
     table.SetColumns(tags);
@@ -329,7 +329,7 @@ TEST_F(MapiAdaptersTest, TableLetsGoOfItsRawTableWhenReleased) {
   V_UNKNOWN(&rawValue) = raw;
   {
     auto table =
-        std::make_unique<win32::DispatchMapiTable>(win32::DispatchPtr::Attach(model.Make()));
+        std::make_unique<win32::DispatchMapiTable>(win32::ComPtr<IDispatch>::Attach(model.Make()));
     // A library that takes the raw table only as a value put.
     table->SetItem(std::make_shared<win32::DispatchMapiProp>(rawValue));
     EXPECT_EQ(model.item, raw);
@@ -494,7 +494,7 @@ TEST_F(MapiAdaptersTest, OutlookItemsByEntryIdentifierThroughTheMapiNamespace) {
     return S_OK;
   });
   {
-    win32::Win32ClientApp app(outlookObject.Get());
+    win32::Win32ClientApp app(outlookObject);
     std::shared_ptr<IClientObject> found = app.GetItemFromID(u"E1", u"S1");
     auto* adapted = dynamic_cast<win32::DispatchClientObject*>(found.get());
     ASSERT_NE(adapted, nullptr);

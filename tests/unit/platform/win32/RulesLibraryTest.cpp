@@ -113,7 +113,7 @@ TEST_F(RulesLibraryTest, ReaderPassesOutlookAndAdaptsWhatItHandsOut) {
   reader->On(u"GetMasterlist", handOut(list));
 
   win32::DispatchRulesReader adapter(readerObject);
-  win32::Win32ClientApp client(outlook);
+  win32::Win32ClientApp client(win32::ComPtr<IDispatch>::CopyFrom(outlook));
   {
     auto categoryRules = adapter.GetCategoryRules(client);
     EXPECT_TRUE(categoryRules->Changed());

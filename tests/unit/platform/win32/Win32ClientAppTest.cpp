@@ -190,14 +190,14 @@ class Win32ClientAppTest : public test::ComTest {
 
 TEST_F(Win32ClientAppTest, VersionIsReadLateBound) {
   MakeApplication(kApplicationEvents11);
-  Win32ClientApp app(application);
+  Win32ClientApp app(win32::ComPtr<IDispatch>::CopyFrom(application));
   EXPECT_EQ(app.Version(), u"12.0.0.6423");
   EXPECT_EQ(app.Object(), static_cast<IDispatch*>(application));
 }
 
 TEST_F(Win32ClientAppTest, QuitReachesTheCallbackThroughApplicationEvents11) {
   MakeApplication(kApplicationEvents11);
-  Win32ClientApp app(application);
+  Win32ClientApp app(win32::ComPtr<IDispatch>::CopyFrom(application));
   int quits = 0;
   app.AdviseQuit([&] { ++quits; });
   EXPECT_EQ(point->Sinks(), 1u);
@@ -220,7 +220,7 @@ TEST_F(Win32ClientAppTest, ApplicationEventsArePreferred) {
   current->AddRef();
   application = new FakeApplication({point, current});
   {
-    Win32ClientApp app(application);
+    Win32ClientApp app(win32::ComPtr<IDispatch>::CopyFrom(application));
     int quits = 0;
     app.AdviseQuit([&] { ++quits; });
     EXPECT_EQ(point->Sinks(), 0u);
@@ -235,7 +235,7 @@ TEST_F(Win32ClientAppTest, ApplicationEventsArePreferred) {
 
 TEST_F(Win32ClientAppTest, AnyListedPointServesWhenNoKnownOneIsOffered) {
   MakeApplication(kOtherEvents);
-  Win32ClientApp app(application);
+  Win32ClientApp app(win32::ComPtr<IDispatch>::CopyFrom(application));
   int quits = 0;
   app.AdviseQuit([&] { ++quits; });
   point->Fire(kQuit);
@@ -244,7 +244,7 @@ TEST_F(Win32ClientAppTest, AnyListedPointServesWhenNoKnownOneIsOffered) {
 
 TEST_F(Win32ClientAppTest, CallbackMayUnadviseAndReleaseTheClient) {
   MakeApplication(kApplicationEvents11);
-  auto app = std::make_unique<Win32ClientApp>(application);
+  auto app = std::make_unique<Win32ClientApp>(win32::ComPtr<IDispatch>::CopyFrom(application));
   int quits = 0;
   app->AdviseQuit([&] {
     ++quits;
@@ -259,14 +259,14 @@ TEST_F(Win32ClientAppTest, CallbackMayUnadviseAndReleaseTheClient) {
 
 TEST_F(Win32ClientAppTest, FailingCallbackDoesNotReachTheSource) {
   MakeApplication(kApplicationEvents11);
-  Win32ClientApp app(application);
+  Win32ClientApp app(win32::ComPtr<IDispatch>::CopyFrom(application));
   app.AdviseQuit([] { throw Error(5, u"handler failed"); });
   point->Fire(kQuit);  // the sink still answers S_OK
 }
 
 TEST_F(Win32ClientAppTest, AdvisingAgainReplacesTheSubscription) {
   MakeApplication(kApplicationEvents11);
-  Win32ClientApp app(application);
+  Win32ClientApp app(win32::ComPtr<IDispatch>::CopyFrom(application));
   int first = 0;
   int second = 0;
   app.AdviseQuit([&] { ++first; });
@@ -279,7 +279,7 @@ TEST_F(Win32ClientAppTest, AdvisingAgainReplacesTheSubscription) {
 
 TEST_F(Win32ClientAppTest, ObjectWithoutEventsRaises459) {
   auto [fake, object] = test::MakeFake();
-  Win32ClientApp app(fake);
+  Win32ClientApp app(object);
   try {
     app.AdviseQuit([] {});
     FAIL() << "no error";
@@ -292,7 +292,7 @@ TEST_F(Win32ClientAppTest, ObjectWithoutEventsRaises459) {
 
 TEST_F(Win32ClientAppTest, ContainerWithoutPointsRaises459) {
   application = new FakeApplication({});
-  Win32ClientApp app(application);
+  Win32ClientApp app(win32::ComPtr<IDispatch>::CopyFrom(application));
   try {
     app.AdviseQuit([] {});
     FAIL() << "no error";

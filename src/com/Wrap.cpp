@@ -1,11 +1,10 @@
-#include "com/Wrappers.h"
+#include "com/Wrap.h"
 
 #include "com/CategoriesObject.h"
 #include "com/CategoryObject.h"
 #include "com/IdentityMap.h"
 #include "com/OutlookItemObject.h"
 #include "com/OutlookItemsObject.h"
-#include "support/RunTimeError.h"
 
 namespace t4::com {
 
@@ -39,18 +38,6 @@ _OutlookItems* Wrap(const std::shared_ptr<t4::OutlookItems>& core) {
 
 _OutlookItem* Wrap(const std::shared_ptr<t4::OutlookItem>& core) {
   return WrapCore<OutlookItemObject>(core);
-}
-
-std::shared_ptr<t4::Category> CoreOf(_Category* category) {
-  if (category == nullptr) return nullptr;
-  ICategoryCore* own = nullptr;
-  if (FAILED(category->QueryInterface(__uuidof(ICategoryCore), reinterpret_cast<void**>(&own))) ||
-      own == nullptr) {
-    throw RunTimeError::Make(RunTimeError::kTypeMismatch);
-  }
-  std::shared_ptr<t4::Category> core = own->CoreCategory();
-  own->Release();
-  return core;
 }
 
 }  // namespace t4::com
