@@ -4,21 +4,8 @@
 
 namespace t4 {
 
-namespace {
-
-constexpr int32_t kMajors[] = {0, 8, 9, 10, 11, 12};
-
-}  // namespace
-
-const ClientVersion& ClientVersion::Current() {
-  static const ClientVersion kVersions[] = {ClientVersion(0),  ClientVersion(8),
-                                            ClientVersion(9),  ClientVersion(10),
-                                            ClientVersion(11), ClientVersion(12)};
-  const int32_t major = ProcessValues::OutlookVersion();
-  for (size_t i = 0; i < std::size(kMajors); ++i) {
-    if (kMajors[i] == major) return kVersions[i];
-  }
-  return kVersions[0];
+ClientVersion ClientVersion::Current() {
+  return ClientVersion(ProcessValues::OutlookVersion());
 }
 
 void ClientVersion::SelectFromText(const std::u16string& versionText) {

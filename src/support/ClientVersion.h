@@ -20,7 +20,7 @@ class ClientVersion {
   enum class ListForm { kNames, kEntries };
 
   // The version the process runs with; major 0 before any selection.
-  static const ClientVersion& Current();
+  static ClientVersion Current();
   // Selects the version of Outlook's Version text (MajorFromText).
   static void SelectFromText(const std::u16string& versionText);
   // Outlook's major version from the start of its Version text, compared

@@ -1,5 +1,7 @@
 #include "ModelFixture.h"
 #include "journal/Journal.h"
+#include "model/ApplicationContext.h"
+#include "support/HandleTable.h"
 #include "support/Language.h"
 
 namespace t4 {
@@ -215,6 +217,30 @@ TEST(CategoriesUnlinked, AFailedAddNeverHandsItsIdOutAgain) {
   ASSERT_TRUE(cats->NameExist(u"a", a));
   ASSERT_TRUE(cats->NameExist(u"b", b));
   EXPECT_NE(a->ID(), b->ID());
+}
+
+}  // namespace
+}  // namespace t4
+
+namespace t4 {
+namespace {
+
+class CategoriesParentTest : public test::ModelTest {};
+
+TEST_F(CategoriesParentTest, InitLinksToTheApplicationThroughItsContextHandle) {
+  ReadList({u"Work"});
+  cats->Init(0);
+  EXPECT_EQ(cats->Parent(), nullptr);
+  // An application is known by the handle of its context, the part of it
+  // the model reaches; a handle issued for another type links nothing.
+  cats->Init(HandleTable::HandleOf(app));
+  EXPECT_EQ(cats->Parent(), nullptr);
+  cats->Init(HandleTable::HandleOf<ApplicationContext>(app));
+  EXPECT_EQ(cats->Parent().get(), static_cast<ApplicationContext*>(app.get()));
+  // Linked again, edits are journalled through the application's journal.
+  const int32_t steps = app->Journal()->Count();
+  Cat(u"Work")->SetColor(3);
+  EXPECT_EQ(app->Journal()->Count(), steps + 1);
 }
 
 }  // namespace
