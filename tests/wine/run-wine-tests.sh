@@ -163,15 +163,36 @@ standin_keys() {
 
 key_exists() { wine reg query "$1" >/dev/null 2>&1; }
 
+# Wine's reg.exe now and then shows no value while the machine is busy. A
+# check that expects a key or a value asks up to three times before it
+# fails; one that expects absence asks once (a key is never seen by mistake).
+reg_answer() {  # reg_answer ARGS...: what "reg query ARGS" prints, asked again while it shows no value
+  local out try
+  for try in 1 2 3; do
+    out=$(wine reg query "$@" 2>/dev/null | tr -d '\r')
+    printf '%s\n' "$out" | grep -q "REG_" && break
+    sleep 1
+  done
+  printf '%s\n' "$out"
+}
+key_present() {  # key_present KEY: key_exists, asked up to three times
+  local try
+  for try in 1 2 3; do
+    key_exists "$1" && return 0
+    sleep 1
+  done
+  return 1
+}
+
 # expect_keys <root> present|absent <label> <keys...>
 expect_keys() {
   local root=$1 state=$2 label=$3 missing=() key
   shift 3
   for key in "$@"; do
-    if key_exists "$root\\$key"; then
-      [ "$state" = absent ] && missing+=("$key")
+    if [ "$state" = present ]; then
+      key_present "$root\\$key" || missing+=("$key")
     else
-      [ "$state" = present ] && missing+=("$key")
+      key_exists "$root\\$key" && missing+=("$key")
     fi
   done
   if [ ${#missing[@]} -eq 0 ]; then
@@ -184,9 +205,9 @@ expect_keys() {
 check_value() {
   local key=$1 name=$2 expected=$3 label=$4 out
   if [ "$name" = "" ]; then
-    out=$(wine reg query "$key" /ve 2>/dev/null | tr -d '\r')
+    out=$(reg_answer "$key" /ve)
   else
-    out=$(wine reg query "$key" /v "$name" 2>/dev/null | tr -d '\r')
+    out=$(reg_answer "$key" /v "$name")
   fi
   if printf '%s\n' "$out" | grep -qF "REG_SZ    $expected"; then
     pass "$label"
@@ -199,7 +220,7 @@ check_value() {
 # exactly this type and data (data "" for an empty text).
 expect_registry_value() {
   local key=$1 name=$2 type=$3 data=$4 label=$5 out line
-  out=$(wine reg query "$key" /v "$name" 2>/dev/null | tr -d '\r')
+  out=$(reg_answer "$key" /v "$name")
   line=$(printf '%s\n' "$out" | grep -E "^ +$name +REG_" | sed -E 's/ +$//')
   if [ "$line" = "    $name    $type${data:+    $data}" ]; then
     pass "$label"
