@@ -1,5 +1,7 @@
 #include "platform/posix/ContentType.h"
 
+#include "platform/posix/HeaderChars.h"
+
 namespace t4::posix {
 
 namespace {
@@ -9,9 +11,7 @@ char Lower(char c) {
 }
 
 bool IsTokenChar(char c) {
-  const auto u = static_cast<unsigned char>(c);
-  if (u <= 0x20 || u >= 0x7F) return false;
-  return std::string_view("()<>@,;:\\\"/[]?=").find(c) == std::string_view::npos;
+  return HeaderChars::IsToken(c);
 }
 
 bool EqualsNoCase(std::string_view a, std::string_view b) {

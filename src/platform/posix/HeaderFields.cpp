@@ -1,5 +1,7 @@
 #include "platform/posix/HeaderFields.h"
 
+#include "platform/posix/HeaderChars.h"
+
 namespace t4::posix {
 
 size_t HeaderFields::CheckedLine(std::string_view header, size_t pos, size_t next) {
@@ -9,8 +11,8 @@ size_t HeaderFields::CheckedLine(std::string_view header, size_t pos, size_t nex
     if (end > pos && header[end - 1] == '\r') --end;
   }
   for (size_t i = pos; i < end; ++i) {
-    const auto c = static_cast<unsigned char>(header[i]);
-    if ((c < 0x20 && c != '\t') || c == 0x7F) return std::string_view::npos;
+    const char c = header[i];
+    if (HeaderChars::IsControl(c) || c == '\r') return std::string_view::npos;
   }
   return end - pos;
 }
@@ -26,15 +28,13 @@ std::string HeaderFields::Unfold(std::string_view raw) {
 
 std::string_view HeaderFields::Value(std::string_view raw, std::string& scratch) {
   const std::string_view trimmed = Trim(raw);
-  if (trimmed.find_first_of("\r\n") == std::string_view::npos) return trimmed;
+  if (!HeaderChars::Any(trimmed, [](char c) { return c == '\r' || c == '\n'; })) return trimmed;
   scratch = Unfold(raw);
   return Trim(scratch);
 }
 
 bool HeaderFields::IsPlain(std::string_view text) {
-  for (const char c : text) {
-    if (static_cast<unsigned char>(c) > 0x7E) return false;
-  }
+  if (HeaderChars::Any(text, [](char c) { return !HeaderChars::IsPlain(c); })) return false;
   return text.find("=?") == std::string_view::npos;
 }
 

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/posix/HeaderChars.h"
+
 namespace t4::posix {
 
 // Splits a header block into its fields without copying: each field is
@@ -56,7 +58,8 @@ bool HeaderFields::ForEach(std::string_view header, Fn&& fn) {
       const size_t colon = line.find(':');
       if (colon == std::string_view::npos || colon == 0) return false;
       const std::string_view fieldName = line.substr(0, colon);
-      if (fieldName.find_first_of(" \t") != std::string_view::npos || !IsPlain(fieldName)) {
+      if (HeaderChars::Any(fieldName, [](char c) { return c == ' ' || c == '\t'; }) ||
+          !IsPlain(fieldName)) {
         return false;
       }
       if (open) fn(name, header.substr(valueStart, valueEnd - valueStart));
