@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -176,10 +177,16 @@ std::vector<std::string> MessageHeaders::SplitKeywords(std::string_view value) {
   size_t i = 0;
   // Keywords come from a small set of names, so the decoding of each
   // element is remembered (per thread, and only up to a bound).
-  thread_local std::unordered_map<std::string, std::string> decodedElements;
+  // The look-up takes the element as it stands in the value, without a
+  // copy; only a new element is copied, to be decoded and kept.
+  struct Hash {
+    using is_transparent = void;
+    size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+  };
+  thread_local std::unordered_map<std::string, std::string, Hash, std::equal_to<>> decodedElements;
   constexpr size_t kRemembered = 4096;
   const auto take = [&](size_t end) {
-    const std::string element(value.substr(start, end - start));
+    const std::string_view element = value.substr(start, end - start);
     if (element.empty()) {
       names.emplace_back();
       return;
@@ -189,10 +196,11 @@ std::vector<std::string> MessageHeaders::SplitKeywords(std::string_view value) {
       names.push_back(known->second);
       return;
     }
-    GText decoded(g_mime_utils_header_decode_text(nullptr, element.c_str()));
+    std::string copy(element);
+    GText decoded(g_mime_utils_header_decode_text(nullptr, copy.c_str()));
     names.emplace_back(decoded ? decoded.get() : "");
     if (decodedElements.size() >= kRemembered) decodedElements.clear();
-    decodedElements.emplace(element, names.back());
+    decodedElements.emplace(std::move(copy), names.back());
   };
   while (i < value.size()) {
     if (value[i] == ',') {
