@@ -9,6 +9,7 @@ set -u
 packages=(
   cmake ninja-build g++ make pkg-config clang libclang-rt-14-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev libxml2-dev libgmime-3.0-dev
+  libcli11-dev libfmt-dev nlohmann-json3-dev libedit-dev tmux python3 python3-jsonschema
   g++-mingw-w64-x86-64 g++-mingw-w64-i686 mingw-w64-tools
   libwine-dev wine wine64
 )

@@ -2,7 +2,8 @@
 # Sets up a fresh Debian machine and runs every test of Tandrel4:
 #   0. the layer check: no source file includes a header of a layer above its own
 #   1. native build (gcc, AddressSanitizer + UndefinedBehaviorSanitizer), unit tests,
-#      then the libFuzzer targets (clang) for a bounded time, one test each
+#      the tandrel4 program end to end, then the libFuzzer targets (clang) for a
+#      bounded time, one test each
 #   2. Windows builds (x86_64 and i686 mingw-w64)
 #   3. the x86_64 DLL under Wine: registration, VBScript, JScript, C++ conformance
 #   4. the i686 DLL under 32-bit Wine where the machine has it
@@ -73,6 +74,10 @@ if build native; then
     [ "$rc" -eq 0 ] || [ "$nfail" -gt 0 ] || { note "native: ctest exit $rc"; failed=$((failed + 1)); }
   fi
 fi
+
+# 1a. The tandrel4 program end to end on generated profiles.
+[ -x build/native/tools/tandrel4/tandrel4 ] &&
+  run_counted "tandrel4 command line (end to end)" cli bash tests/cli/run-cli-tests.sh build/native
 
 # 2. Windows builds.
 build mingw64 && have64=1 || have64=0

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "CategoryReport.h"
+#include "ExitStatus.h"
+#include "Workspace.h"
+
+namespace t4 {
+class Error;
+}
+
+namespace t4::cli {
+
+// The commands of tandrel4 and their options: registered on a CLI11 app,
+// then run once it has parsed the command line.
+class Commands {
+ public:
+  void Register(CLI::App& app);
+  // Runs the command the parse chose.
+  ExitStatus Run();
+  // A library error as the user sees it: its number and text, and with
+  // --verbose the trail of procedures it passed.
+  std::string DescribeError(const Error& error) const;
+
+ private:
+  struct Global {
+    std::string profile;
+    std::vector<std::string> folders;
+    bool json = false;
+    bool verbose = false;
+    bool noProgress = false;
+  };
+  struct FilterText {
+    int32_t minCategories = 0;
+    std::string type;
+    std::string members = "all";
+    std::string masterlist = "all";
+  };
+
+  std::unique_ptr<Workspace> Open(bool readItems) const;
+  void Emit(const nlohmann::json& json, const std::string& text) const;
+  CategoryFilter Filter() const;
+
+  ExitStatus RunFolders();
+  ExitStatus RunCategories();
+  ExitStatus RunItems();
+
+  Global global_;
+  FilterText filter_;
+  std::string itemsCategory_;
+  CLI::App* app_ = nullptr;
+  CLI::App* folders_ = nullptr;
+  CLI::App* categories_ = nullptr;
+  CLI::App* items_ = nullptr;
+};
+
+}  // namespace t4::cli
