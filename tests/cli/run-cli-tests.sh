@@ -7,8 +7,8 @@
 set -u
 cd "$(dirname "$0")/../.."
 build=${1:-build/native}
-t4="$build/tools/tandrel4/tandrel4"
-gen="$build/tools/make-profile/make-profile"
+t4="$(pwd)/$build/tools/tandrel4/tandrel4"
+gen="$(pwd)/$build/tools/make-profile/make-profile"
 check="python3 tests/cli/check_json.py"
 passed=0
 failed=0
@@ -111,6 +111,102 @@ has "help of a command explains it" "no category" out
 
 # Reading changes nothing.
 if [ "$(sums)" = "$before" ]; then ok; else bad "reading commands changed files of the profile"; fi
+
+# Edits without --save write nothing; they say what a save would write.
+json "rename without --save" 'doc["saved"] is False and any("Keywords: " in l for l in doc["wouldWrite"])' \
+  "$t4" "${P[@]}" --json rename Urlaub Ferien
+for edit in "add Neu" "color Urlaub Blue" "shortcut Urlaub Ctrl+F3" "master Urlaub off" "delete Urlaub" \
+            "assign Urlaub --members-of Rot" "unassign Urlaub" "move Urlaub Rot" "adopt"; do
+  # shellcheck disable=SC2086
+  expect "$edit without --save" 0 "$t4" "${P[@]}" $edit
+done
+has "an edit without --save says nothing was written" "nothing written \(add --save" out
+if [ "$(sums)" = "$before" ]; then ok; else bad "an edit without --save changed files of the profile"; fi
+expect "edit of an unknown category" 3 "$t4" "${P[@]}" rename "Gibt es nicht" Neu --save
+expect "bad colour" 2 "$t4" "${P[@]}" color Urlaub mauve --save
+expect "bad shortcut" 2 "$t4" "${P[@]}" shortcut Urlaub F13 --save
+expect "assign without a choice of items" 2 "$t4" "${P[@]}" assign Urlaub --save
+expect "add of an existing name" 2 "$t4" "${P[@]}" add urlaub --save
+expect "unknown entry identifier" 3 "$t4" "${P[@]}" assign Urlaub --id 00AB --save
+if [ "$(sums)" = "$before" ]; then ok; else bad "a failed edit changed files of the profile"; fi
+
+# --save changes exactly the files it should: the registry master list and
+# the messages that carried the category, nothing else.
+# (the junk folder is not read, and a store without the Keywords property
+# shows no categories, so their messages keep what they carry)
+keyword_stores=$(grep -l '^Keywords=1' "$profile"/stores/*/store.ini | xargs -n1 dirname)
+carriers=$(for s in $keyword_stores; do grep -rlE '^Keywords:.*Urlaub' "$s"; done | grep -v '/\.Junk E-mail/' | sort)
+json "rename --save" 'doc["saved"] is True and doc["differences"] == []' \
+  "$t4" "${P[@]}" --json rename Urlaub Ferien --save
+after=$(sums)
+changed=$(diff <(echo "$before") <(echo "$after") | grep '^>' | sed -E 's/^> [0-9a-f]+  \.\///' | sort)
+expected=$( (echo registry.reg; echo "$carriers" | sed "s|^$profile/||") | sort)
+if [ "$changed" = "$expected" ]; then ok; else bad "rename --save changed other files than expected: $(diff <(echo "$expected") <(echo "$changed") | head -5)"; fi
+carried=$(echo "$carriers" | python3 -c '
+import email.parser, sys
+n = 0
+for path in sys.stdin.read().splitlines():
+    with open(path, "rb") as f:
+        msg = email.parser.BytesHeaderParser().parse(f)
+    names = [k.strip() for k in str(msg["Keywords"] or "").replace("\n", " ").split(",")]
+    n += "Ferien" in names and "Urlaub" not in names
+print(n)')
+if [ "$carried" -eq "$(echo "$carriers" | wc -l)" ]; then ok; else bad "only $carried of $(echo "$carriers" | wc -l) messages carry the new name instead of the old"; fi
+one=$(echo "$carriers" | head -1)
+if diff <(grep -v '^Keywords:' "$one") <(cd "$work" && "$gen" --out "$work/again" --seed 5 --stores 2 --folders 3 --messages 300 >/dev/null && grep -v '^Keywords:' "$work/again/${one#"$profile"/}") >/dev/null; then ok; else bad "a saved message changed beyond its Keywords line"; fi
+json "the master list reads back renamed" 'any(c["name"] == "Ferien" and c["inMasterlist"] for c in doc["categories"]) and not any(c["name"] == "Urlaub" for c in doc["categories"])' \
+  "$t4" "${P[@]}" --json categories
+json "move --save" 'doc["saved"] is True and doc["differences"] == []' "$t4" "${P[@]}" --json move Ferien Rot --save
+json "move emptied the source" 'all(c["members"] == 0 for c in doc["categories"] if c["name"] == "Ferien")' \
+  "$t4" "${P[@]}" --json categories
+json "adopt --save" 'doc["saved"] is True and doc["differences"] == []' "$t4" "${P[@]}" --json adopt --save
+json "adopt put the category on items into the list" \
+  'all(c["inMasterlist"] for c in doc["categories"] if not c["default"] and c["members"] > 0)' \
+  "$t4" "${P[@]}" --json categories
+
+# A save killed at any moment leaves every message old or new: a copy saved
+# to the end is "new"; each killed run is compared with it file by file.
+big="$work/big"
+"$gen" --out "$big" --seed 9 --stores 1 --folders 4 --messages 6000 >/dev/null
+cp -a "$big" "$work/old"
+cp -a "$big" "$work/new"
+now() { date +%s.%N; }
+start=$(now)
+"$t4" --profile "$work/new" --no-progress categories >/dev/null 2>&1
+read_time=$(awk -v a="$start" -v b="$(now)" 'BEGIN { print b - a }')
+start=$(now)
+"$t4" --profile "$work/new" --no-progress move Rot Blau --save >/dev/null 2>&1
+whole=$(awk -v a="$start" -v b="$(now)" 'BEGIN { print b - a }')
+# The save lies between the first read and the read-back: kill at points
+# spread over that window.
+killed_mid=0
+changed_total=$(cd "$work" && diff -rq old new | grep -vc '/tmp/' || true)
+delays=$(awk -v r="$read_time" -v w="$whole" 'BEGIN { s = w - 2 * r; if (s < 0.05) s = 0.05;
+  for (k = 1; k <= 6; k++) print r + s * k / 7 }')
+for delay in $delays; do
+  rm -rf "$big" && cp -a "$work/old" "$big"
+  "$t4" --profile "$big" --no-progress move Rot Blau --save >/dev/null 2>&1 &
+  pid=$!
+  sleep "$delay"
+  kill -9 "$pid" 2>/dev/null
+  wait "$pid" 2>/dev/null
+  torn=0
+  old_n=0
+  new_n=0
+  litter=0
+  while IFS= read -r -d '' f; do
+    rel=${f#"$big"/}
+    case "$rel" in */tmp/*) continue ;; esac
+    # The temporary file of a one-step replace that was cut short (next to
+    # the file it was to replace) is litter, not a torn file.
+    case "${rel##*/}" in .registry.reg.* | .categories.xml.*) litter=$((litter + 1)); continue ;; esac
+    if cmp -s "$f" "$work/old/$rel"; then old_n=$((old_n + 1)); elif cmp -s "$f" "$work/new/$rel"; then new_n=$((new_n + 1)); else torn=$((torn + 1)); echo "torn: $rel"; fi
+  done < <(find "$big" -type f -print0)
+  [ "$torn" -eq 0 ] && ok || bad "a save killed after ${delay:0:5} s left $torn files neither old nor new"
+  echo "killed after ${delay:0:5} s: $new_n of $changed_total changed files new, the rest old$([ "$litter" -gt 0 ] && echo ", $litter temporary files left")"
+  if [ "$new_n" -gt 0 ] && [ "$new_n" -lt "$changed_total" ]; then killed_mid=$((killed_mid + 1)); fi
+done
+echo "killed saves: $killed_mid of 6 stopped half-way through the messages (a whole run: $whole s, a read: $read_time s)"
 
 echo "cli: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]

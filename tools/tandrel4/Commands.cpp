@@ -6,6 +6,7 @@
 
 #include "CliError.h"
 #include "ItemReport.h"
+#include "SaveCheck.h"
 #include "model/Categories.h"
 #include "model/Category.h"
 #include "support/Error.h"
@@ -59,12 +60,91 @@ void Commands::Register(CLI::App& app) {
                      "The category's name (any letter case); left out: the items without "
                      "a category");
   items_->footer("Lists subject, folder, type and date of each item.");
+  RegisterEdits(app);
+}
+
+CLI::App* Commands::AddEdit(CLI::App& app, const std::string& name, const std::string& summary,
+                            const std::string& footer) {
+  CLI::App* command = app.add_subcommand(name, summary);
+  command->add_flag("--save", edit_.save,
+                    "Write the change to the profile (without it: only say what would be "
+                    "written)");
+  command->footer(footer +
+                  "\n\nNothing is written without --save. With --save the program reads the "
+                  "profile\nback and reports any difference from what it meant to write "
+                  "(exit status 5).");
+  edits_.push_back(command);
+  return command;
+}
+
+void Commands::AddSelection(CLI::App* command) {
+  command->add_option("--id", edit_.selection.entryIds,
+                      "An item by its entry identifier (hexadecimal); repeatable");
+  command->add_option("--in", edit_.selection.folders,
+                      "Every item of a folder (NAME or STORE/NAME); repeatable");
+  command->add_option("--members-of", edit_.selection.membersOf,
+                      "Every item that carries this category; repeatable");
+}
+
+void Commands::RegisterEdits(CLI::App& app) {
+  CLI::App* c = AddEdit(app, "add", "Add a category", "Adds a category to the master list.");
+  c->add_option("NAME", edit_.first, "The new category's name")->required();
+  c->add_flag("--not-in-masterlist", edit_.outside, "Add it outside the master list");
+
+  c = AddEdit(app, "rename", "Rename a category",
+              "Renames the category everywhere: in the master list and on every item.");
+  c->add_option("OLD", edit_.first, "The category")->required();
+  c->add_option("NEW", edit_.second, "Its new name")->required();
+
+  c = AddEdit(app, "color", "Set a category's colour",
+              "COLOUR is a name (Red, Dark Blue, None, ...) or a number from -2 to 24.");
+  c->add_option("NAME", edit_.first, "The category")->required();
+  c->add_option("COLOUR", edit_.second, "The colour")->required();
+
+  c = AddEdit(app, "shortcut", "Set a category's shortcut key",
+              "KEY is none, Ctrl+F2 .. Ctrl+F12, or the number 0 .. 11.");
+  c->add_option("NAME", edit_.first, "The category")->required();
+  c->add_option("KEY", edit_.second, "The shortcut key")->required();
+
+  c = AddEdit(app, "master", "Put a category into the master list or take it out",
+              "master NAME on|off");
+  c->add_option("NAME", edit_.first, "The category")->required();
+  c->add_option("STATE", edit_.second, "on or off")
+      ->required()
+      ->check(CLI::IsMember({"on", "off"}));
+
+  c = AddEdit(app, "delete", "Delete a category",
+              "Deletes the category from the master list and takes it off every item.");
+  c->add_option("NAME", edit_.first, "The category")->required();
+
+  c = AddEdit(app, "assign", "Put a category on items",
+              "Chooses the items with --id, --in and --members-of (at least one).");
+  c->add_option("NAME", edit_.first, "The category")->required();
+  AddSelection(c);
+
+  c = AddEdit(app, "unassign", "Take a category off items",
+              "Without --id, --in or --members-of: off every item that carries it.");
+  c->add_option("NAME", edit_.first, "The category")->required();
+  AddSelection(c);
+
+  c = AddEdit(app, "move", "Move items from one category to another",
+              "Each chosen item of FROM (default: all of them) loses FROM and gains TO;\n"
+              "its other categories stay. \"move A B\" moves everything in A to B.");
+  c->add_option("FROM", edit_.first, "The category the items leave")->required();
+  c->add_option("TO", edit_.second, "The category they join")->required();
+  AddSelection(c);
+
+  AddEdit(app, "adopt", "Put every category found on items into the master list",
+          "Every category that items carry but the master list lacks is put into it.");
 }
 
 ExitStatus Commands::Run() {
   if (folders_->parsed()) return RunFolders();
   if (categories_->parsed()) return RunCategories();
   if (items_->parsed()) return RunItems();
+  for (CLI::App* edit : edits_) {
+    if (edit->parsed()) return RunEdit();
+  }
   throw CliError(ExitStatus::kUsage, "no command given (see --help)");
 }
 
@@ -153,6 +233,52 @@ ExitStatus Commands::RunItems() {
   const ItemReport report = ItemReport::Gather(*category, withoutCategory);
   Emit(report.Json(), report.Text());
   return ExitStatus::kOk;
+}
+
+}  // namespace t4::cli
+
+namespace t4::cli {
+
+ExitStatus Commands::RunEdit() {
+  std::string command;
+  for (CLI::App* edit : edits_) {
+    if (edit->parsed()) command = edit->get_name();
+  }
+  auto workspace = Open(true);
+  Editor editor(*workspace);
+  std::string done;
+  if (command == "add") done = editor.Add(edit_.first, !edit_.outside);
+  if (command == "rename") done = editor.Rename(edit_.first, edit_.second);
+  if (command == "color") done = editor.Color(edit_.first, edit_.second);
+  if (command == "shortcut") done = editor.ShortCut(edit_.first, edit_.second);
+  if (command == "master") done = editor.Masterlist(edit_.first, edit_.second == "on");
+  if (command == "delete") done = editor.Delete(edit_.first);
+  if (command == "assign") done = editor.Assign(edit_.first, edit_.selection);
+  if (command == "unassign") done = editor.Unassign(edit_.first, edit_.selection);
+  if (command == "move") done = editor.Move(edit_.first, edit_.second, edit_.selection);
+  if (command == "adopt") done = editor.Adopt();
+
+  const SaveCheck check = SaveCheck::Capture(*workspace);
+  nlohmann::json json{{"command", command}, {"done", done}, {"saved", false}};
+  std::string text = done + "\n";
+  if (!edit_.save) {
+    json["wouldWrite"] = check.Describe();
+    for (const auto& line : check.Describe()) text += line + "\n";
+    if (!check.Empty()) text += "nothing written (add --save to write)\n";
+    Emit(json, text);
+    return ExitStatus::kOk;
+  }
+  const std::vector<std::string> differences = check.SaveAndVerify(*workspace);
+  json["saved"] = true;
+  json["differences"] = differences;
+  if (differences.empty()) {
+    text += "saved; the profile reads back as meant\n";
+  } else {
+    text += "saved, but the profile reads back differently:\n";
+    for (const auto& line : differences) text += "  " + line + "\n";
+  }
+  Emit(json, text);
+  return differences.empty() ? ExitStatus::kOk : ExitStatus::kSaveFailed;
 }
 
 }  // namespace t4::cli

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "CategoryReport.h"
+#include "Editor.h"
 #include "ExitStatus.h"
 #include "Workspace.h"
 
@@ -49,10 +50,26 @@ class Commands {
   ExitStatus RunFolders();
   ExitStatus RunCategories();
   ExitStatus RunItems();
+  // Runs the chosen edit; saves and checks with --save, else tells what a
+  // save would write.
+  ExitStatus RunEdit();
+  void RegisterEdits(CLI::App& app);
+  CLI::App* AddEdit(CLI::App& app, const std::string& name, const std::string& summary,
+                    const std::string& footer);
+  void AddSelection(CLI::App* command);
 
   Global global_;
   FilterText filter_;
   std::string itemsCategory_;
+  // The edit commands' arguments.
+  struct EditArgs {
+    std::string first;   // the category (or the source of a move)
+    std::string second;  // the new name, colour, shortcut, on/off, or the target of a move
+    bool outside = false;
+    bool save = false;
+    ItemSelection selection;
+  } edit_;
+  std::vector<CLI::App*> edits_;
   CLI::App* app_ = nullptr;
   CLI::App* folders_ = nullptr;
   CLI::App* categories_ = nullptr;
