@@ -39,8 +39,13 @@
 #include "model/Category.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/CategoryAccess.h"
 #include "model/internal/ItemIndex.h"
+#include "model/internal/OutlookItemAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
 #include "session/Application.h"
+#include "session/internal/ApplicationAccess.h"
 
 namespace {
 
@@ -215,34 +220,36 @@ double FillModel(Model& m, Texts& texts) {
   m.items = m.app->OutlookItems();
   auto& cats = *m.cats;
   auto& items = *m.items;
-  cats.SetIsReading(true);
-  cats.SetImporting(true);
-  items.SetIsReading(true);
+  t4::CategoriesAccess::SetIsReading(cats, true);
+  t4::CategoriesAccess::SetImporting(cats, true);
+  t4::OutlookItemsAccess::SetIsReading(items, true);
   byId[0] = cats.Add(std::u16string(u""), false, u"", -2, -2);
   for (int32_t id = 1; id <= kCategories; ++id)
     byId[id] = cats.Add(names[id - 1], true, u"", -2, -2);
-  items.Reserve(kItems);
+  t4::OutlookItemsAccess::Reserve(items, kItems);
   const auto& folders = Folders();
   const auto& classes = MessageClasses();
   const std::u16string& store = StoreId();
   for (int32_t i = 0; i < kItems; ++i) {
-    auto item =
-        items.Add(std::move(texts.entryIds[i]), store, folders[plan.folder[i]],
-                  std::move(texts.subjects[i]), classes[plan.itemClass[i]], 45000.0 + i / 1440.0);
-    item->SetSuppressJournal(true);
+    auto item = t4::OutlookItemsAccess::Add(items, std::move(texts.entryIds[i]), store,
+                                            folders[plan.folder[i]], std::move(texts.subjects[i]),
+                                            classes[plan.itemClass[i]], 45000.0 + i / 1440.0);
+    t4::OutlookItemAccess::SetSuppressJournal(*item, true);
     for (uint32_t k = plan.start[i]; k < plan.start[i + 1]; ++k)
       item->CategoriesAdd(byId[plan.ids[k]]);
-    if (plan.start[i] == plan.start[i + 1]) byId[0]->AddMember(item);
-    item->SetSuppressJournal(false);
-    item->SetChanged(false);
+    if (plan.start[i] == plan.start[i + 1]) t4::CategoryAccess::AddMember(*byId[0], item);
+    t4::OutlookItemAccess::SetSuppressJournal(*item, false);
+    t4::OutlookItemAccess::SetChanged(*item, false);
   }
-  items.SetIsReading(false);
-  cats.SetIsReading(false);
-  cats.SetImporting(false);
-  cats.All().ForEach([](int32_t, const std::shared_ptr<t4::Category>& c) { c->SetChanged(false); });
-  cats.SetChanged(false);
-  items.SetChanged(false);
-  m.app->Journal()->Clear();
+  t4::OutlookItemsAccess::SetIsReading(items, false);
+  t4::CategoriesAccess::SetIsReading(cats, false);
+  t4::CategoriesAccess::SetImporting(cats, false);
+  t4::CategoriesAccess::All(cats).ForEach([](int32_t, const std::shared_ptr<t4::Category>& c) {
+    t4::CategoryAccess::SetChanged(*c, false);
+  });
+  t4::CategoriesAccess::SetChanged(cats, false);
+  t4::OutlookItemsAccess::SetChanged(items, false);
+  t4::ApplicationAccess::Journal(*m.app)->Clear();
   return watch.Ms();
 }
 

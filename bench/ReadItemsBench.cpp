@@ -22,6 +22,7 @@
 #include "ModelReading.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
+#include "model/internal/CategoriesAccess.h"
 #include "session/Application.h"
 #include "session/FolderList.h"
 #include "support/Ports.h"
@@ -163,7 +164,7 @@ void BM_ReadItems_Model(benchmark::State& state) {
     auto app = t4::Application::Create();
     t4::test::ReadList(*app, {});
     for (int i = 0; i < kInMasterlist; ++i) app->Categories()->Add(Names()[i], true);
-    app->Categories()->SetChanged(false);
+    t4::CategoriesAccess::SetChanged(*app->Categories(), false);
     const size_t before = HeapInUse();
     total += Timed(state, [&] { app->ReadItems(m.list); });
     bytes = static_cast<double>(HeapInUse() - before);

@@ -4,9 +4,11 @@
 #   support <- model <- journal <- masterlist <- rules <- exchange <- session <- com
 # platform/posix and platform/win32 implement the ports of support and use
 # nothing else of the core (platform/common is what both share); com (the Windows COM server) may use every
-# layer and platform/win32. Prints each climbing include and ends with
+# layer and platform/win32. A folder inside a layer (model/internal,
+# session/internal) belongs to that layer. Prints each climbing include and ends with
 # "layers: N passed, M failed" (one check per file, and one for the
-# check itself: it must catch a climbing include in a made-up tree).
+# check itself: it must catch the climbing includes of a made-up tree, also
+# from and to a folder inside a layer, and let the others pass).
 set -u
 cd "$(dirname "$0")/.."
 
@@ -65,22 +67,24 @@ check_tree() {  # check_tree ROOT; sets passed and failed
   done < <(cd "$1" && find src -name '*.h' -o -name '*.cpp' | sort | sed "s|^|$1/|")
 }
 
-# The check itself: a made-up tree with one climbing include and one that
-# goes down must give exactly one failure.
+# The check itself: a made-up tree with two climbing includes and two that
+# go down must give exactly two failures.
 self=$(mktemp -d)
-mkdir -p "$self/src/model" "$self/src/support"
+mkdir -p "$self/src/model/internal" "$self/src/session/internal" "$self/src/support"
 printf '#include "session/Application.h"\n' >"$self/src/model/Climbs.cpp"
 printf '#include "support/Utf.h"\n' >"$self/src/model/GoesDown.cpp"
+printf '#include "session/internal/ApplicationAccess.h"\n' >"$self/src/model/internal/Climbs.h"
+printf '#include "model/internal/CategoriesAccess.h"\n' >"$self/src/session/internal/GoesDown.h"
 check_tree "$self" >/dev/null
 self_ok=0
-[ "$passed" -eq 1 ] && [ "$failed" -eq 1 ] && self_ok=1
+[ "$passed" -eq 2 ] && [ "$failed" -eq 2 ] && self_ok=1
 rm -rf "$self"
 
 check_tree "$(pwd)"
 if [ "$self_ok" -eq 1 ]; then
   passed=$((passed + 1))
 else
-  echo "layers: the check missed the climbing include of its own test tree"
+  echo "layers: the check misjudged the includes of its own test tree"
   failed=$((failed + 1))
 fi
 echo "layers: $passed passed, $failed failed"

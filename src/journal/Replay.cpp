@@ -6,6 +6,10 @@
 #include "model/Category.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/CategoryAccess.h"
+#include "model/internal/OutlookItemAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
 #include "support/RunTimeError.h"
 
 namespace t4 {
@@ -64,12 +68,12 @@ struct StepContext {
         owners(items) {}
   std::shared_ptr<OutlookItem> ItemOf(const Action& a) const {
     if (!items) throw RunTimeError::Make(RunTimeError::kObjectVariableNotSet);
-    return RunTimeError::Require(items->ItemById(a.ItemID));
+    return RunTimeError::Require(OutlookItemsAccess::ItemById(*items, a.ItemID));
   }
 
   std::shared_ptr<Categories> categories;
   std::shared_ptr<OutlookItems> items;
-  OutlookItem::SharedOwners owners;
+  OutlookItemAccess::SharedOwners owners;
 };
 
 void DeleteCategory(StepContext& c, const Action& a) {
@@ -77,22 +81,24 @@ void DeleteCategory(StepContext& c, const Action& a) {
 }
 
 void RestoreCategory(StepContext& c, const Action& a, bool reattach) {
-  const bool membersMarked = reattach && a.Detail->Category->ReAssignToMembers();
-  c.categories->Append(a.Detail->Category, membersMarked);
+  const bool membersMarked = reattach && CategoryAccess::ReAssignToMembers(*a.Detail->Category);
+  CategoriesAccess::Append(*c.categories, a.Detail->Category, membersMarked);
 }
 
 void AddMembership(StepContext& c, const Action& a) {
   const auto item = c.ItemOf(a);
   const std::shared_ptr<Category>& category = c.categories->Lookup(a.CategoryID);
-  if (!c.categories->HasSubscribers()) return item->CategoriesAdd(category, c.owners.For(item));
+  if (!CategoriesAccess::HasSubscribers(*c.categories)) {
+    return OutlookItemAccess::CategoriesAdd(*item, category, c.owners.For(item));
+  }
   // A subscriber may delete the category from inside the member event.
   const std::shared_ptr<Category> held = category;
-  item->CategoriesAdd(held, c.owners.For(item));
+  OutlookItemAccess::CategoriesAdd(*item, held, c.owners.For(item));
 }
 
 void RemoveMembership(StepContext& c, const Action& a) {
   const auto item = c.ItemOf(a);
-  item->RemoveCategoryId(a.CategoryID, c.owners.For(item));
+  OutlookItemAccess::RemoveCategoryId(*item, a.CategoryID, c.owners.For(item));
 }
 
 // How far ahead the replay asks for memory: first the entry of the item
@@ -108,7 +114,7 @@ constexpr size_t kEntryAhead = 2 * kAhead;
 class Lookahead {
  public:
   Lookahead(const Categories& categories, const std::shared_ptr<OutlookItems>& items)
-      : categories_(categories), store_(items ? items->Store() : nullptr) {}
+      : categories_(categories), store_(items ? OutlookItemsAccess::Store(*items) : nullptr) {}
 
   void Entry(const Action& a) {
     if (!store_ || a.Detail || a.ItemID == entryItem_) return;

@@ -1,5 +1,6 @@
 #include "masterlist/MasterlistParser.h"
 
+#include "model/internal/CategoryAccess.h"
 #include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/NumberText.h"
@@ -74,7 +75,7 @@ void MasterlistParser::UpdateCategoryIDs(const std::shared_ptr<Categories>& cate
       const std::u16string name = i + 1 < fields.size() ? fields[i + 1] : u"";
       std::shared_ptr<Category> found;
       if (!name.empty() && categories_->NameExist(name, found) && found->CategoryID().empty()) {
-        found->SetCategoryID(fields[i]);
+        CategoryAccess::SetCategoryID(*found, fields[i]);
       }
     } catch (...) {
       // One bad pair does not stop the others.

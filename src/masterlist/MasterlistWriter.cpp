@@ -2,6 +2,8 @@
 
 #include "masterlist/MasterlistParser.h"
 #include "masterlist/MasterlistText.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/CategoryAccess.h"
 #include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
 #include "support/RunTimeError.h"
@@ -9,8 +11,9 @@
 namespace t4 {
 
 std::u16string MasterlistWriter::ToString(const Categories& categories) {
-  return Frame(u"Categories", u"ToString",
-               [&] { return MasterlistText::CategoriesToString(categories.All()); });
+  return Frame(u"Categories", u"ToString", [&] {
+    return MasterlistText::CategoriesToString(CategoriesAccess::All(categories));
+  });
 }
 
 void MasterlistWriter::Save(const std::shared_ptr<Categories>& categories,
@@ -22,7 +25,7 @@ void MasterlistWriter::Save(const std::shared_ptr<Categories>& categories,
     if (ClientVersion::Current().MasterlistForm() == ClientVersion::ListForm::kNames) {
       RunTimeError::Require(store.get())->WriteCategories(list);
     } else {
-      CategoriesDeleted* deleted = all.DeletedList();
+      CategoriesDeleted* deleted = CategoriesAccess::DeletedList(all);
       const std::u16string gone = deleted ? deleted->ToString() : u"";
       const bool changed = !list.empty();
       std::u16string out = list;
@@ -34,9 +37,10 @@ void MasterlistWriter::Save(const std::shared_ptr<Categories>& categories,
       }
       if (deleted) deleted->Clear();
     }
-    all.All().ForEach(
-        [](int32_t, const std::shared_ptr<Category>& category) { category->SetChanged(false); });
-    all.SetChanged(false);
+    CategoriesAccess::All(all).ForEach([](int32_t, const std::shared_ptr<Category>& category) {
+      CategoryAccess::SetChanged(*category, false);
+    });
+    CategoriesAccess::SetChanged(all, false);
   });
 }
 

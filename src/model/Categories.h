@@ -95,7 +95,15 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   void Init(int32_t parentHandle, const std::u16string& key = u"") override;
   void ResetParentPtr() override { parent_.reset(); }
 
-  // Internal operations.
+  // Hosts see only the members above. What follows is for the model's own
+  // classes and, through CategoriesAccess, for the library's layers above
+  // the model and its tests.
+ private:
+  friend class Category;
+  friend class OutlookItem;
+  friend class OutlookItems;
+  friend struct CategoriesAccess;
+
   void SetParent(std::weak_ptr<ApplicationContext> parent) { parent_ = std::move(parent); }
   std::shared_ptr<ApplicationContext> Parent() const { return parent_.lock(); }
   void SetChanged(bool value) { changed_ = value; }
@@ -138,7 +146,6 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   void RaiseMemberRemove(const std::shared_ptr<Category>& item,
                          const std::shared_ptr<OutlookItem>& member);
 
- private:
   bool Replaying() const;
   // Keep byId_ in step with categories_.
   void PutById(const std::shared_ptr<Category>& category);

@@ -62,7 +62,15 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   std::u16string Key() const override { return u""; }
   void ResetParentPtr() override { parent_.reset(); }
 
-  // Internal operations.
+  // Hosts see only the members above. What follows is for the model's own
+  // classes and, through CategoryAccess, for the library's layers above
+  // the model and its tests.
+ private:
+  friend class Categories;
+  friend class OutlookItem;
+  friend class OutlookItems;
+  friend struct CategoryAccess;
+
   void SetParent(std::weak_ptr<Categories> parent) { parent_ = std::move(parent); }
   std::shared_ptr<Categories> Parent() const { return parent_.lock(); }
   void SetCategoryID(std::u16string id) { categoryId_ = std::move(id); }
@@ -102,7 +110,6 @@ class Category : public IChild, public std::enable_shared_from_this<Category> {
   void SetMembersChanged();
   bool HasFilteredMembers() const { return membersFiltered_ != nullptr; }
 
- private:
   void AddAction(const std::u16string& property, PropertyValue oldValue);
   std::shared_ptr<ApplicationContext> App() const;
   bool Replaying() const;

@@ -70,7 +70,16 @@ class OutlookItem : public IChild {
   void Init(int32_t parentHandle, const std::u16string& key = u"") override;
   void ResetParentPtr() override { parent_.reset(); }
 
-  // Internal operations.
+  // Hosts see only the members above. What follows is for the model's own
+  // classes and, through OutlookItemAccess, for the library's layers above
+  // the model and its tests.
+ private:
+  friend class Categories;
+  friend class Category;
+  friend class OutlookItems;
+  friend class Members;
+  friend struct OutlookItemAccess;
+
   void SetParent(std::weak_ptr<OutlookItems> parent) { parent_ = std::move(parent); }
   std::shared_ptr<OutlookItems> Parent() const { return parent_.lock(); }
   // The store of the reading that holds this item, or null when the item is
@@ -139,7 +148,6 @@ class OutlookItem : public IChild {
   // SetChanged(true).
   void MarkChanged(const Owners& owners);
 
- private:
   // The parent, when it is a collection that holds this item; else null.
   std::shared_ptr<OutlookItems> Owner() const;
   Owners ResolveOwners() const;

@@ -37,7 +37,15 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   void Init(int32_t parentHandle, const std::u16string& key = u"") override;
   void ResetParentPtr() override { parent_.reset(); }
 
-  // Internal operations.
+  // Hosts see only the members above. What follows is for the model's own
+  // classes and, through OutlookItemsAccess, for the library's layers above
+  // the model and its tests.
+ private:
+  friend class Categories;
+  friend class Category;
+  friend class OutlookItem;
+  friend struct OutlookItemsAccess;
+
   // Creates the next item from the data item reading supplies.
   // `entryId` is hexadecimal text (or any text a host made up).
   std::shared_ptr<OutlookItem> Add(const std::u16string& entryId, const std::u16string& storeId,
@@ -67,7 +75,6 @@ class OutlookItems : public IChild, public std::enable_shared_from_this<OutlookI
   // The items of the current reading.
   const std::shared_ptr<ItemStore>& Store() const { return store_; }
 
- private:
   // Store identifiers, folder texts and message classes repeat across
   // thousands of items; each distinct text is kept once.
   OutlookItem::SharedText Intern(const std::u16string& text);

@@ -9,6 +9,8 @@
 #include "masterlist/MasterlistWriter.h"
 #include "model/Categories.h"
 #include "model/OutlookItems.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
 #include "rules/Masterlist07.h"
 #include "rules/RulesComponent.h"
 #include "session/ItemReader.h"
@@ -31,11 +33,11 @@ void Application::Construct() {
   chunkSize_ = options_.ChunkSize();
   Attempt([&] {
     categories_ = std::make_shared<t4::Categories>();
-    categories_->SetParent(weak_from_this());
+    CategoriesAccess::SetParent(*categories_, weak_from_this());
   });
   Attempt([&] {
     outlookItems_ = std::make_shared<t4::OutlookItems>();
-    outlookItems_->SetParent(weak_from_this());
+    OutlookItemsAccess::SetParent(*outlookItems_, weak_from_this());
   });
   Attempt([&] { mapiUtils_ = Ports::Mapi().CreateUtils(u"sfUtils"); });
   Attempt([&] { journal_ = std::make_unique<t4::Journal>(); });
@@ -164,16 +166,16 @@ void Application::ReadMasterlist() {
     Logon();
     RunTimeError::Require(journal_.get())->Clear();
     auto categories = RunTimeError::Require(categories_);
-    categories->Clear();
-    categories->SetImporting(true);
-    categories->SetIsReading(true);
+    CategoriesAccess::Clear(*categories);
+    CategoriesAccess::SetImporting(*categories, true);
+    CategoriesAccess::SetIsReading(*categories, true);
     // A fresh read counts as unchanged, also when it failed half-way.
     struct Finish {
       t4::Categories& categories;
       ~Finish() {
-        categories.SetIsReading(false);
-        categories.SetChanged(false);
-        categories.SetImporting(false);
+        CategoriesAccess::SetIsReading(categories, false);
+        CategoriesAccess::SetChanged(categories, false);
+        CategoriesAccess::SetImporting(categories, false);
       }
     } finish{*categories};
     auto store = RunTimeError::Require(MasterlistStore());
@@ -192,22 +194,22 @@ void Application::ReadItems(std::shared_ptr<IFolderList> folders) {
       t4::OutlookItems& items;
       t4::Categories& categories;
       ~Finish() {
-        items.SetIsReading(false);
-        items.SetChanged(false);
-        categories.SetIsReading(false);
-        categories.SetImporting(false);
-        categories.SetChanged(false);
+        OutlookItemsAccess::SetIsReading(items, false);
+        OutlookItemsAccess::SetChanged(items, false);
+        CategoriesAccess::SetIsReading(categories, false);
+        CategoriesAccess::SetImporting(categories, false);
+        CategoriesAccess::SetChanged(categories, false);
         app.folderValidation_.reset();
         app.folderDataList_.reset();
       }
     } finish{*this, *items, *categories};
     Logon();
     RunTimeError::Require(journal_.get())->Clear();
-    items->Clear();
-    items->SetIsReading(true);
-    categories->ClearAllMembers();
-    categories->SetImporting(true);
-    categories->SetIsReading(true);
+    OutlookItemsAccess::Clear(*items);
+    OutlookItemsAccess::SetIsReading(*items, true);
+    CategoriesAccess::ClearAllMembers(*categories);
+    CategoriesAccess::SetImporting(*categories, true);
+    CategoriesAccess::SetIsReading(*categories, true);
     itemsCounter_ = 0;
     folderValidation_ = std::make_shared<FolderValidation>();
     stores_ = std::make_shared<StoreCollection>();
@@ -268,7 +270,7 @@ void Application::SaveChanges() {
     // is nothing to save for the rules.
     if (rulesSupported_ && categoryRules_ && categoryRules_->Changed()) categoryRules_->Save();
     auto items = RunTimeError::Require(outlookItems_);
-    if (items->Changed()) items->SaveChanges(*categories);
+    if (items->Changed()) OutlookItemsAccess::SaveChanges(*items, *categories);
   });
 }
 

@@ -80,7 +80,13 @@ class Application : public ILanguage,
   int32_t Advise(std::shared_ptr<IApplicationEvents> sink);
   void Unadvise(int32_t cookie);
 
-  // Internal operations.
+  // Hosts see only the members above. What follows is the application as
+  // the model sees it (the ApplicationContext overrides, reached through
+  // that interface) and what the library's own layers and tests reach
+  // through ApplicationAccess.
+ private:
+  friend struct ApplicationAccess;
+
   // The journal; null once terminated.
   t4::Journal* Journal() const override { return journal_.get(); }
   // True while Undo or Redo replays a step.
@@ -109,7 +115,6 @@ class Application : public ILanguage,
   // version the library does not support.
   std::shared_ptr<IMasterlist> MasterlistStore();
 
- private:
   void Construct();
   void Logon();
   void ReadRules();

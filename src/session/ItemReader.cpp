@@ -4,6 +4,10 @@
 #include "model/Category.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/CategoryAccess.h"
+#include "model/internal/OutlookItemAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
 #include "support/Attempt.h"
 #include "support/ErrorFrame.h"
 #include "support/Ports.h"
@@ -82,20 +86,21 @@ void ItemReader::ReadItemsEx(IMapiFolder& folder) {
     OutlookItems& items = *RunTimeError::Require(c_.items.get());
     const auto max = static_cast<int32_t>(rows.size());
     // Looked up once for every item of the folder, not per edit.
-    OutlookItem::SharedOwners owners(c_.items);
+    OutlookItemAccess::SharedOwners owners(c_.items);
     for (int32_t k = 0; k < max; ++k) {
       const MapiRow& row = rows[static_cast<size_t>(k)];
       const MapiValue* keywords = hasKeywords && row.size() > 4 ? &row[4] : nullptr;
       const ItemData data = GetItemData(row);
       // Identifiers stay binary in the model; their text is made on demand.
-      auto item = data.entryText
-                      ? items.Add(*data.entryText, storeId, folderName, *data.subject,
-                                  *data.messageClass, data.modified)
-                      : items.AddBinary(data.entryBinary, storeId, folderName, *data.subject,
-                                        *data.messageClass, data.modified);
-      item->SetSuppressJournal(true);
+      auto item =
+          data.entryText
+              ? OutlookItemsAccess::Add(items, *data.entryText, storeId, folderName, *data.subject,
+                                        *data.messageClass, data.modified)
+              : OutlookItemsAccess::AddBinary(items, data.entryBinary, storeId, folderName,
+                                              *data.subject, *data.messageClass, data.modified);
+      OutlookItemAccess::SetSuppressJournal(*item, true);
       LinkKeywords(item, owners.For(item), keywords);
-      item->SetSuppressJournal(false);
+      OutlookItemAccess::SetSuppressJournal(*item, false);
       if (c_.progress) c_.progress(k + 1, max);
     }
   });
@@ -104,30 +109,31 @@ void ItemReader::ReadItemsEx(IMapiFolder& folder) {
 std::shared_ptr<Category> ItemReader::CategoryFor(const std::u16string& keyword) {
   Categories& categories = *RunTimeError::Require(c_.categories.get());
   // A subscriber may have added, renamed or deleted categories since.
-  if (categories.NamesGeneration() != cacheGeneration_) keywordCache_.clear();
+  if (CategoriesAccess::NamesGeneration(categories) != cacheGeneration_) keywordCache_.clear();
   auto it = keywordCache_.find(keyword);
   if (it != keywordCache_.end()) return it->second;
   std::u16string name = TrimBlanks(keyword);
   auto category = categories.Add(name, false, u"", -2, -2);
   keywordCache_.emplace(keyword, category);
-  cacheGeneration_ = categories.NamesGeneration();
+  cacheGeneration_ = CategoriesAccess::NamesGeneration(categories);
   return category;
 }
 
 void ItemReader::LinkKeywords(const std::shared_ptr<OutlookItem>& item,
-                              const OutlookItem::Owners& owners, const MapiValue* cell) {
+                              const OutlookItemAccess::Owners& owners, const MapiValue* cell) {
   Categories& categories = *RunTimeError::Require(c_.categories.get());
   // MAPI hands over an error value for an item without categories.
   const bool listed =
       cell && (cell->kind == MapiValue::Kind::kTextArray || cell->kind == MapiValue::Kind::kText);
   if (!listed) {
-    RunTimeError::Require(categories.DefaultCategory(true))->AddMember(item, c_.categories);
+    CategoryAccess::AddMember(*RunTimeError::Require(categories.DefaultCategory(true)), item,
+                              c_.categories);
     return;
   }
   auto take = [&](const std::u16string& keyword) {
     if (keyword.empty()) return;
-    item->CategoriesAdd(CategoryFor(keyword), owners);
-    item->SetChanged(false);
+    OutlookItemAccess::CategoriesAdd(*item, CategoryFor(keyword), owners);
+    OutlookItemAccess::SetChanged(*item, false);
   };
   if (cell->kind == MapiValue::Kind::kText) {
     take(cell->text);

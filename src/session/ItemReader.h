@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "model/OutlookItem.h"
+#include "model/internal/OutlookItemAccess.h"
 #include "session/FolderValidation.h"
 #include "session/IFolderList.h"
 #include "session/StoreCollection.h"
@@ -87,8 +88,8 @@ class ItemReader {
  private:
   // Links the new item to a category per keyword of `cell`, or to the
   // default category when the item has no keywords.
-  void LinkKeywords(const std::shared_ptr<OutlookItem>& item, const OutlookItem::Owners& owners,
-                    const MapiValue* cell);
+  void LinkKeywords(const std::shared_ptr<OutlookItem>& item,
+                    const OutlookItemAccess::Owners& owners, const MapiValue* cell);
 
   // The category a keyword names: Categories.Add, looked up once per
   // distinct keyword while the collection's names stay as they are.

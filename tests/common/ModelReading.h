@@ -8,7 +8,12 @@
 #include "model/Categories.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/CategoryAccess.h"
+#include "model/internal/OutlookItemAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
 #include "session/Application.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/Utf.h"
 
 // Puts an Application's model into the states that reading the master list
@@ -20,15 +25,15 @@ namespace t4::test {
 // (key "0") first, nothing changed, nothing journalled.
 inline void ReadList(Application& app, std::initializer_list<const char16_t*> names) {
   auto cats = app.Categories();
-  cats->Clear();
-  cats->SetImporting(true);
-  cats->SetIsReading(true);
+  CategoriesAccess::Clear(*cats);
+  CategoriesAccess::SetImporting(*cats, true);
+  CategoriesAccess::SetIsReading(*cats, true);
   cats->Add(std::u16string(), false, u"", -2, -2);
   for (const char16_t* n : names) cats->Add(std::u16string(n), true, u"", -2, -2);
-  cats->SetIsReading(false);
-  cats->SetChanged(false);
-  cats->SetImporting(false);
-  app.Journal()->Clear();
+  CategoriesAccess::SetIsReading(*cats, false);
+  CategoriesAccess::SetChanged(*cats, false);
+  CategoriesAccess::SetImporting(*cats, false);
+  ApplicationAccess::Journal(app)->Clear();
 }
 
 // As item reading creates an item with these keywords (unknown names
@@ -39,25 +44,26 @@ inline std::shared_ptr<OutlookItem> ReadItem(Application& app,
                                              const std::u16string& subject = u"Subject") {
   auto cats = app.Categories();
   auto items = app.OutlookItems();
-  items->SetIsReading(true);
-  cats->SetIsReading(true);
-  cats->SetImporting(true);
-  auto item = items->Add(u"EID" + Utf::Decimal(items->Count() + 1), u"STORE", u"Inbox", subject,
-                         messageClass, 45000.5);
-  item->SetSuppressJournal(true);
+  OutlookItemsAccess::SetIsReading(*items, true);
+  CategoriesAccess::SetIsReading(*cats, true);
+  CategoriesAccess::SetImporting(*cats, true);
+  auto item = OutlookItemsAccess::Add(*items, u"EID" + Utf::Decimal(items->Count() + 1), u"STORE",
+                                      u"Inbox", subject, messageClass, 45000.5);
+  OutlookItemAccess::SetSuppressJournal(*item, true);
   for (const char16_t* k : keywords) {
     item->CategoriesAdd(cats->Add(std::u16string(k), false, u"", -2, -2));
-    item->SetChanged(false);
+    OutlookItemAccess::SetChanged(*item, false);
   }
-  if (keywords.size() == 0) cats->DefaultCategory(true)->AddMember(item);
-  item->SetSuppressJournal(false);
-  items->SetIsReading(false);
-  items->SetChanged(false);
-  cats->SetIsReading(false);
-  cats->SetImporting(false);
-  cats->SetChanged(false);
-  cats->All().ForEach([](int32_t, const std::shared_ptr<Category>& c) { c->SetChanged(false); });
-  app.Journal()->Clear();
+  if (keywords.size() == 0) CategoryAccess::AddMember(*cats->DefaultCategory(true), item);
+  OutlookItemAccess::SetSuppressJournal(*item, false);
+  OutlookItemsAccess::SetIsReading(*items, false);
+  OutlookItemsAccess::SetChanged(*items, false);
+  CategoriesAccess::SetIsReading(*cats, false);
+  CategoriesAccess::SetImporting(*cats, false);
+  CategoriesAccess::SetChanged(*cats, false);
+  CategoriesAccess::All(*cats).ForEach(
+      [](int32_t, const std::shared_ptr<Category>& c) { CategoryAccess::SetChanged(*c, false); });
+  ApplicationAccess::Journal(app)->Clear();
   return item;
 }
 

@@ -6,6 +6,7 @@
 
 #include "ModelFixture.h"
 #include "SessionFakes.h"
+#include "model/internal/CategoriesAccess.h"
 
 namespace t4::test {
 
@@ -22,7 +23,7 @@ class SessionFixture : public ModelTest {
   // Every category's name, the default one first, in collection order.
   Names CategoryNames() const {
     Names names;
-    cats->All().ForEach(
+    CategoriesAccess::All(*cats).ForEach(
         [&](int32_t, const std::shared_ptr<Category>& c) { names.push_back(c->Name()); });
     return names;
   }

@@ -1,5 +1,9 @@
 #include "ModelFixture.h"
 #include "journal/Journal.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/OutlookItemAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
+#include "session/internal/ApplicationAccess.h"
 
 namespace t4 {
 namespace {
@@ -106,8 +110,8 @@ TEST_F(ReplayTest, RenameUndoRedoUndo) {
   ReadList({u"A"});
   auto a = Cat(u"A");
   a->SetName(u"B");
-  auto step = app->Journal()->PreviousStep();
-  app->Journal()->NextStep();
+  auto step = ApplicationAccess::Journal(*app)->PreviousStep();
+  ApplicationAccess::Journal(*app)->NextStep();
   const Action& action = (*step)[0];
   EXPECT_EQ(std::get<std::u16string>(action.Detail->Value), u"A");
   app->Undo();
@@ -127,7 +131,7 @@ TEST_F(ReplayTest, PropertiesSwapBackAndForth) {
   auto a = Cat(u"A");
   a->SetColor(1);
   a->SetShortCut(2);
-  app->Journal()->Clear();
+  ApplicationAccess::Journal(*app)->Clear();
   a->SetColor(4);
   a->SetShortCut(7);
   a->SetInMasterlist(false);
@@ -143,7 +147,7 @@ TEST_F(ReplayTest, PropertiesSwapBackAndForth) {
   EXPECT_EQ(a->Color(), 4);
   EXPECT_EQ(a->ShortCut(), 7);
   EXPECT_FALSE(a->InMasterlist());
-  EXPECT_EQ(app->Journal()->Count(), 3);  // replays record nothing
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 3);  // replays record nothing
 }
 
 // -2 means "no colour" when read but "leave unchanged" when set, so undoing
@@ -183,7 +187,7 @@ TEST_F(ReplayTest, UndoneDeletionRestoresTheCategoryUnderItsIdWithItsMembers) {
   // colour change before the deletion is undone on it (keeping 3, as -2
   // cannot be set back; see UndoOfTheFirstColourKeepsTheColour).
   app->Undo();
-  EXPECT_EQ(app->Journal()->Position(), 0);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Position(), 0);
   EXPECT_EQ(restored->Color(), 3);
   app->Redo();
   app->Redo();
@@ -198,7 +202,7 @@ TEST_F(ReplayTest, BatchStepIsReplayedInRecordingOrder) {
   auto fresh = cats->Add(u"Fresh", true);
   item->CategoriesAdd(fresh);
   app->SetBatchMode(false);
-  ASSERT_EQ(app->Journal()->Count(), 1);
+  ASSERT_EQ(ApplicationAccess::Journal(*app)->Count(), 1);
   log->events.clear();
   app->Undo();
   // First the category is deleted (which detaches the item: it returns to
@@ -225,7 +229,7 @@ TEST_F(ReplayTest, MembershipUndoRedo) {
   app->Redo();
   app->Redo();
   EXPECT_EQ(item->CategoriesString(), u"B");
-  EXPECT_EQ(app->Journal()->Count(), 2);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 2);
 }
 
 TEST_F(ReplayTest, NewEditAfterUndoMakesRedoImpossible) {
@@ -244,7 +248,7 @@ TEST_F(ReplayTest, ErrorInAReplayClearsTheFlagAndLeavesWithTheUndoLabel) {
   ReadList({u"A"});
   auto item = ReadItem({});
   item->CategoriesAdd(Cat(u"A"));
-  items->Clear();  // the item the step refers to is gone
+  OutlookItemsAccess::Clear(*items);  // the item the step refers to is gone
   try {
     app->Undo();
     FAIL() << "no error";
@@ -252,8 +256,8 @@ TEST_F(ReplayTest, ErrorInAReplayClearsTheFlagAndLeavesWithTheUndoLabel) {
     EXPECT_EQ(e.Number(), 91);
     EXPECT_EQ(e.Source(), u"Tandrel4; Tandrel4.Application.Undo (0)");
   }
-  EXPECT_FALSE(app->Replaying());
-  EXPECT_EQ(app->Journal()->Position(), 0);  // the position had already moved
+  EXPECT_FALSE(ApplicationAccess::Replaying(*app));
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Position(), 0);  // the position had already moved
 }
 
 TEST_F(ReplayTest, FreshApplicationHasNothingToUndo) {
@@ -282,11 +286,11 @@ TEST_F(ReplayTest, ChangedIsEitherCollection) {
   ReadList({u"A"});
   auto item = ReadItem({});
   EXPECT_FALSE(app->Changed());
-  item->SetChanged(true);
+  OutlookItemAccess::SetChanged(*item, true);
   EXPECT_TRUE(app->Changed());
-  items->SetChanged(false);
+  OutlookItemsAccess::SetChanged(*items, false);
   EXPECT_FALSE(app->Changed());
-  cats->SetChanged(true);
+  CategoriesAccess::SetChanged(*cats, true);
   EXPECT_TRUE(app->Changed());
 }
 
@@ -307,8 +311,10 @@ class QuietReplayTest : public test::ModelTest {
   }
   // As after a save: nothing changed.
   void ClearChangedMarks() {
-    items->ForEach([](int32_t, const std::shared_ptr<OutlookItem>& i) { i->SetChanged(false); });
-    items->SetChanged(false);
+    OutlookItemsAccess::ForEach(*items, [](int32_t, const std::shared_ptr<OutlookItem>& i) {
+      OutlookItemAccess::SetChanged(*i, false);
+    });
+    OutlookItemsAccess::SetChanged(*items, false);
   }
 };
 
@@ -344,7 +350,7 @@ TEST_F(QuietReplayTest, UndoneDeletionMarksAMemberThatKeptTheCategory) {
   EXPECT_EQ(b->CategoriesCount(), 1);
   // Step back over the add without replaying it: only the deletion is
   // undone below, and the item keeps the category it was given.
-  app->Journal()->PreviousStep();
+  ApplicationAccess::Journal(*app)->PreviousStep();
   ClearChangedMarks();
   app->Undo();
   EXPECT_TRUE(a->Changed());

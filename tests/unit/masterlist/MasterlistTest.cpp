@@ -2,6 +2,9 @@
 #include "masterlist/MasterlistParser.h"
 #include "masterlist/MasterlistText.h"
 #include "masterlist/MasterlistWriter.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/CategoryAccess.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/ClientVersion.h"
 
 namespace t4 {
@@ -12,17 +15,17 @@ class MasterlistTest : public test::ModelTest {
   // Reads `list` as ReadMasterlist does: a fresh collection in reading mode.
   void Read(const std::u16string& list, int32_t version) {
     ProcessValues::SetOutlookVersion(version);
-    cats->Clear();
-    cats->SetImporting(true);
-    cats->SetIsReading(true);
+    CategoriesAccess::Clear(*cats);
+    CategoriesAccess::SetImporting(*cats, true);
+    CategoriesAccess::SetIsReading(*cats, true);
     MasterlistParser().ReadMasterlist(cats, list);
-    cats->SetIsReading(false);
-    cats->SetImporting(false);
-    cats->SetChanged(false);
+    CategoriesAccess::SetIsReading(*cats, false);
+    CategoriesAccess::SetImporting(*cats, false);
+    CategoriesAccess::SetChanged(*cats, false);
   }
   std::vector<std::u16string> Names() const {
     std::vector<std::u16string> names;
-    cats->All().ForEach(
+    CategoriesAccess::All(*cats).ForEach(
         [&](int32_t, const std::shared_ptr<Category>& c) { names.push_back(c->Name()); });
     return names;
   }
@@ -104,13 +107,14 @@ TEST_F(MasterlistTest, UpdateCategoryIdsFillsOnlyEmptyIdentifiers) {
   MasterlistParser().UpdateCategoryIDs(cats, u"{N1};New;{Z};Old;{Q};Missing;{R}");
   EXPECT_EQ(Cat(u"New")->CategoryID(), u"{N1}");
   EXPECT_EQ(Cat(u"Old")->CategoryID(), u"{A}");
-  EXPECT_EQ(app->Journal()->Count(), 1);  // only the Add: identifiers are not journalled
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(),
+            1);  // only the Add: identifiers are not journalled
 }
 
 TEST_F(MasterlistTest, ReadStopsAtAnErrorKeepingWhatWasAddedAndLabelsIt) {
   ProcessValues::SetOutlookVersion(12);
-  cats->Clear();
-  cats->SetIsReading(true);
+  CategoriesAccess::Clear(*cats);
+  CategoriesAccess::SetIsReading(*cats, true);
   try {
     MasterlistParser().ReadMasterlist(cats, u"{A};A;1;0;{B};B;99999999999;0;{C};C;1;0");
     FAIL() << "no error";
@@ -123,7 +127,7 @@ TEST_F(MasterlistTest, ReadStopsAtAnErrorKeepingWhatWasAddedAndLabelsIt) {
 
 TEST_F(MasterlistTest, NameListText) {
   ProcessValues::SetOutlookVersion(11);
-  cats->Clear();
+  CategoriesAccess::Clear(*cats);
   EXPECT_EQ(MasterlistWriter::ToString(*cats), u"");
   ReadList({u"Business"});
   cats->Add(u"Temp", false);
@@ -140,7 +144,7 @@ TEST_F(MasterlistTest, NameListText) {
 TEST_F(MasterlistTest, EntryListTextHoldsOnlyChangedMasterlistCategories) {
   Read(u"{A};Red;7;0;{B};Green;5;1", 12);
   EXPECT_EQ(MasterlistWriter::ToString(*cats), u"");
-  Cat(u"Red")->SetChanged(true);
+  CategoryAccess::SetChanged(*Cat(u"Red"), true);
   EXPECT_EQ(MasterlistWriter::ToString(*cats), u"{A};Red;7;0");
   cats->Add(u"New", true, u"", 3, 0);
   EXPECT_EQ(MasterlistWriter::ToString(*cats), u"{A};Red;7;0;;New;3;0");

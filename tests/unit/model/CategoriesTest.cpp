@@ -1,6 +1,8 @@
 #include "ModelFixture.h"
 #include "journal/Journal.h"
 #include "model/ApplicationContext.h"
+#include "model/internal/CategoriesAccess.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/HandleTable.h"
 #include "support/Language.h"
 
@@ -19,7 +21,7 @@ TEST_F(CategoriesTest, AddOfAnExistingNameReturnsItUnchanged) {
   EXPECT_EQ(got->Name(), u"work");
   EXPECT_EQ(got->Color(), -2);
   EXPECT_TRUE(log->events.empty());
-  EXPECT_EQ(app->Journal()->Count(), 0);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 0);
 }
 
 TEST_F(CategoriesTest, AddCreatesJournalsAndAnnounces) {
@@ -30,7 +32,7 @@ TEST_F(CategoriesTest, AddCreatesJournalsAndAnnounces) {
   EXPECT_EQ(c->ShortCut(), 0);
   EXPECT_TRUE(c->Changed());
   EXPECT_TRUE(cats->Changed());
-  EXPECT_EQ(app->Journal()->Count(), 1);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 1);
   EXPECT_EQ(log->events, (Events{"ItemAdd Work"}));
   EXPECT_EQ(cats->Item(ItemIndex::Key(u"1")), c);
   EXPECT_EQ(cats->Item(ItemIndex::Position(2)), c);
@@ -52,7 +54,7 @@ TEST_F(CategoriesTest, DeleteOfAnUnknownIndexDoesNothing) {
   EXPECT_EQ(cats->Count(true), 2);
   EXPECT_FALSE(cats->Changed());
   EXPECT_TRUE(log->events.empty());
-  EXPECT_EQ(app->Journal()->Count(), 0);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 0);
 }
 
 TEST_F(CategoriesTest, DeleteDetachesItemsAndAnnouncesOnlyItemRemove) {
@@ -64,7 +66,8 @@ TEST_F(CategoriesTest, DeleteDetachesItemsAndAnnouncesOnlyItemRemove) {
   // The item went back to the default category.
   EXPECT_EQ(MemberIds(*cats->DefaultCategory(true)), std::vector<int32_t>{1});
   EXPECT_EQ(log->events, (Events{"MemberAdd  1", "ItemRemove 1"}));
-  EXPECT_EQ(app->Journal()->Count(), 1);  // the item-side removal is not journalled
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(),
+            1);  // the item-side removal is not journalled
 }
 
 TEST_F(CategoriesTest, WithoutItemEventsNoItemEventIsRaised) {
@@ -109,26 +112,26 @@ TEST_F(CategoriesTest, AddTransliteratesAfterTheDuplicateTest) {
 TEST_F(CategoriesTest, ImportingKeepsNamesAsTheyCome) {
   ReadList({});
   Language::SetLanguageID(1033);
-  cats->SetImporting(true);
+  CategoriesAccess::SetImporting(*cats, true);
   EXPECT_EQ(cats->Add(u"B\u00fcro", true)->Name(), u"B\u00fcro");
 }
 
 TEST_F(CategoriesTest, Outlook2007DeletionWithEmptyIdentifierListsNothing) {
   ProcessValues::SetOutlookVersion(12);
-  cats->Clear();
+  CategoriesAccess::Clear(*cats);
   ReadList({u"Plain"});
   cats->Add(u"Red", true, u"{A}", 7, 0);
   cats->Delete(ItemIndex::Key(u"1"));  // "Plain", no identifier
-  EXPECT_EQ(cats->DeletedList()->ToString(), u"");
+  EXPECT_EQ(CategoriesAccess::DeletedList(*cats)->ToString(), u"");
   cats->Delete(ItemIndex::Key(u"2"));
-  EXPECT_EQ(cats->DeletedList()->ToString(), u"{A};;;");
+  EXPECT_EQ(CategoriesAccess::DeletedList(*cats)->ToString(), u"{A};;;");
   EXPECT_EQ(cats->Count(true), 1);  // only the default category is left
 }
 
 TEST_F(CategoriesTest, ClearStartsIdsAgainAndKeepsMemberAndMasterlistFilters) {
   ReadList({u"a"});
   cats->SetFilter(1, 2, cmfmMemberOnly, cmmlNoMasterlist);
-  cats->Clear();
+  CategoriesAccess::Clear(*cats);
   EXPECT_EQ(cats->FilterCategories(), 0);
   EXPECT_EQ(cats->FilterTypes(), 0);
   EXPECT_EQ(cats->FilterMember(), cmfmMemberOnly);
@@ -152,7 +155,7 @@ TEST_F(CategoriesTest, LookupByIdFollowsAddDeleteUndoAndClear) {
   EXPECT_EQ(cats->Lookup(a), nullptr);
   auto added = cats->Add(u"New", true);
   EXPECT_EQ(cats->Lookup(added->ID()), added);
-  cats->Clear();
+  CategoriesAccess::Clear(*cats);
   EXPECT_EQ(cats->Lookup(added->ID()), nullptr);
   EXPECT_EQ(cats->Lookup(a), nullptr);
 }
@@ -230,17 +233,17 @@ class CategoriesParentTest : public test::ModelTest {};
 TEST_F(CategoriesParentTest, InitLinksToTheApplicationThroughItsContextHandle) {
   ReadList({u"Work"});
   cats->Init(0);
-  EXPECT_EQ(cats->Parent(), nullptr);
+  EXPECT_EQ(CategoriesAccess::Parent(*cats), nullptr);
   // An application is known by the handle of its context, the part of it
   // the model reaches; a handle issued for another type links nothing.
   cats->Init(HandleTable::HandleOf(app));
-  EXPECT_EQ(cats->Parent(), nullptr);
+  EXPECT_EQ(CategoriesAccess::Parent(*cats), nullptr);
   cats->Init(HandleTable::HandleOf<ApplicationContext>(app));
-  EXPECT_EQ(cats->Parent().get(), static_cast<ApplicationContext*>(app.get()));
+  EXPECT_EQ(CategoriesAccess::Parent(*cats).get(), static_cast<ApplicationContext*>(app.get()));
   // Linked again, edits are journalled through the application's journal.
-  const int32_t steps = app->Journal()->Count();
+  const int32_t steps = ApplicationAccess::Journal(*app)->Count();
   Cat(u"Work")->SetColor(3);
-  EXPECT_EQ(app->Journal()->Count(), steps + 1);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), steps + 1);
 }
 
 }  // namespace

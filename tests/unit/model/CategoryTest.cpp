@@ -1,4 +1,7 @@
 #include "ModelFixture.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/CategoryAccess.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/ErrorObject.h"
 #include "support/HandleTable.h"
 #include "support/Language.h"
@@ -14,16 +17,16 @@ TEST_F(CategoryTest, ColorOutOfRangeKeepsTheColourButIsJournalledMarkedAndAnnoun
   ReadList({u"Work"});
   auto work = Cat(u"Work");
   work->SetColor(5);
-  app->Journal()->Clear();
+  ApplicationAccess::Journal(*app)->Clear();
   log->events.clear();
-  work->SetChanged(false);
-  cats->SetChanged(false);
+  CategoryAccess::SetChanged(*work, false);
+  CategoriesAccess::SetChanged(*cats, false);
   for (int32_t value : {25, -3}) {
     SCOPED_TRACE(value);
-    const int32_t steps = app->Journal()->Count();
+    const int32_t steps = ApplicationAccess::Journal(*app)->Count();
     work->SetColor(value);
     EXPECT_EQ(work->Color(), 5);
-    EXPECT_EQ(app->Journal()->Count(), steps + 1);
+    EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), steps + 1);
     EXPECT_TRUE(work->Changed());
     EXPECT_TRUE(cats->Changed());
   }
@@ -37,7 +40,7 @@ TEST_F(CategoryTest, ShortCutRange) {
   EXPECT_EQ(work->ShortCut(), 0);
   work->SetShortCut(12);
   EXPECT_EQ(work->ShortCut(), 0);
-  EXPECT_EQ(app->Journal()->Count(), 2);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 2);
   work->SetShortCut(11);
   EXPECT_EQ(work->ShortCut(), 11);
   work->SetShortCut(-1);
@@ -50,7 +53,7 @@ TEST_F(CategoryTest, SameColourAgainIsStillJournalled) {
   auto work = Cat(u"Work");
   work->SetColor(3);
   work->SetColor(3);
-  EXPECT_EQ(app->Journal()->Count(), 2);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 2);
 }
 
 TEST_F(CategoryTest, LetterCaseOnlyRenameSucceeds) {
@@ -58,7 +61,7 @@ TEST_F(CategoryTest, LetterCaseOnlyRenameSucceeds) {
   auto work = Cat(u"Work");
   work->SetName(u"work");
   EXPECT_EQ(work->Name(), u"work");
-  EXPECT_EQ(app->Journal()->Count(), 1);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 1);
   EXPECT_EQ(log->events, (Events{"ItemChange work"}));
 }
 
@@ -79,7 +82,7 @@ TEST_F(CategoryTest, RenameToAnotherCategorysNameRaisesNameExist) {
     }
     EXPECT_EQ(work->Name(), u"Work");
   }
-  EXPECT_EQ(app->Journal()->Count(), 0);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 0);
   EXPECT_FALSE(work->Changed());
   EXPECT_TRUE(log->events.empty());
 }
@@ -111,7 +114,7 @@ TEST_F(CategoryTest, GermanStoresNamesUnchanged) {
 TEST_F(CategoryTest, RenameToTheSameNameDoesNothing) {
   ReadList({u"Work"});
   Cat(u"Work")->SetName(u"Work");
-  EXPECT_EQ(app->Journal()->Count(), 0);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 0);
   EXPECT_FALSE(Cat(u"Work")->Changed());
   EXPECT_TRUE(log->events.empty());
 }
@@ -129,29 +132,29 @@ TEST_F(CategoryTest, RenameMarksEveryMemberChanged) {
 
 TEST_F(CategoryTest, InMasterlistFalseUnderOutlook2007ListsTheIdentifierAsDeleted) {
   ProcessValues::SetOutlookVersion(12);
-  cats->Clear();
+  CategoriesAccess::Clear(*cats);
   ReadList({});
   auto red = cats->Add(u"Red", true, u"{A}", 7, 0);
-  app->Journal()->Clear();
+  ApplicationAccess::Journal(*app)->Clear();
   red->SetInMasterlist(false);
   EXPECT_EQ(red->CategoryID(), u"");
-  EXPECT_EQ(cats->DeletedList()->ToString(), u"{A};;;");
-  EXPECT_EQ(app->Journal()->Count(), 1);
+  EXPECT_EQ(CategoriesAccess::DeletedList(*cats)->ToString(), u"{A};;;");
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 1);
 }
 
 TEST_F(CategoryTest, InMasterlistToItsCurrentValueDoesNothingAtAll) {
   ProcessValues::SetOutlookVersion(12);
-  cats->Clear();
+  CategoriesAccess::Clear(*cats);
   ReadList({});
   auto red = cats->Add(u"Red", true, u"{A}", 7, 0);
-  red->SetChanged(false);
-  cats->SetChanged(false);
-  app->Journal()->Clear();
+  CategoryAccess::SetChanged(*red, false);
+  CategoriesAccess::SetChanged(*cats, false);
+  ApplicationAccess::Journal(*app)->Clear();
   log->events.clear();
   red->SetInMasterlist(true);
   EXPECT_EQ(red->CategoryID(), u"{A}");
-  EXPECT_EQ(cats->DeletedList()->ToString(), u"");
-  EXPECT_EQ(app->Journal()->Count(), 0);
+  EXPECT_EQ(CategoriesAccess::DeletedList(*cats)->ToString(), u"");
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 0);
   EXPECT_FALSE(red->Changed());
   EXPECT_FALSE(cats->Changed());
   EXPECT_TRUE(log->events.empty());
@@ -159,7 +162,7 @@ TEST_F(CategoryTest, InMasterlistToItsCurrentValueDoesNothingAtAll) {
 
 TEST_F(CategoryTest, InMasterlistFalseBeforeOutlook2007ListsNothing) {
   ReadList({u"Work"});
-  EXPECT_EQ(cats->DeletedList(), nullptr);
+  EXPECT_EQ(CategoriesAccess::DeletedList(*cats), nullptr);
   Cat(u"Work")->SetInMasterlist(false);
   EXPECT_FALSE(Cat(u"Work")->InMasterlist());
 }
@@ -168,7 +171,7 @@ TEST_F(CategoryTest, CopyHasNoCategoryIdAndSharesTheMembers) {
   ReadList({});
   auto red = cats->Add(u"Red", true, u"{A}", 7, 3);
   ReadItem({u"Red"});
-  auto copy = red->Copy();
+  auto copy = CategoryAccess::Copy(*red);
   EXPECT_EQ(copy->CategoryID(), u"");
   EXPECT_FALSE(copy->Changed());
   EXPECT_EQ(copy->ID(), red->ID());
@@ -195,9 +198,9 @@ TEST_F(CategoryTest, MemberBeyondTheCountYieldsNothing) {
 TEST_F(CategoryTest, ParentIsGoneAfterReset) {
   ReadList({u"Work"});
   auto work = Cat(u"Work");
-  EXPECT_EQ(work->Parent(), cats);
+  EXPECT_EQ(CategoryAccess::Parent(*work), cats);
   work->ResetParentPtr();
-  EXPECT_EQ(work->Parent(), nullptr);
+  EXPECT_EQ(CategoryAccess::Parent(*work), nullptr);
 }
 
 TEST_F(CategoryTest, CategoryKeptAfterTerminateNeverReachesFreedMemory) {
@@ -207,7 +210,7 @@ TEST_F(CategoryTest, CategoryKeptAfterTerminateNeverReachesFreedMemory) {
   app->Terminate();
   cats.reset();
   items.reset();
-  EXPECT_EQ(work->Parent(), nullptr);
+  EXPECT_EQ(CategoryAccess::Parent(*work), nullptr);
   EXPECT_EQ(work->Name(), u"Work");
   EXPECT_EQ(work->MemberCount(), 1);
   try {
@@ -224,9 +227,9 @@ TEST_F(CategoryTest, CategoryKeptAfterTerminateNeverReachesFreedMemory) {
 TEST_F(CategoryTest, InitWithAHandleLinksWeaklyAndUnknownHandlesLinkNothing) {
   auto c = std::make_shared<Category>();
   c->Init(HandleTable::HandleOf(cats));
-  EXPECT_EQ(c->Parent(), cats);
+  EXPECT_EQ(CategoryAccess::Parent(*c), cats);
   c->Init(424242);
-  EXPECT_EQ(c->Parent(), nullptr);
+  EXPECT_EQ(CategoryAccess::Parent(*c), nullptr);
   EXPECT_EQ(c->Key(), u"");
 }
 

@@ -1,4 +1,7 @@
 #include "ModelFixture.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/CategoryAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
 
 namespace t4 {
 namespace {
@@ -25,11 +28,11 @@ std::vector<std::u16string> Names(const std::vector<std::shared_ptr<Category>>& 
 
 TEST_F(FilterTest, NoFilterShowsEverything) {
   cats->SetFilter(0, -1, cmfmAll, cmmlAll);
-  EXPECT_FALSE(cats->HasCategoryFilter());
+  EXPECT_FALSE(CategoriesAccess::HasCategoryFilter(*cats));
   EXPECT_EQ(cats->Count(), cats->Count(true));
-  cats->All().ForEach([](int32_t, const std::shared_ptr<Category>& c) {
+  CategoriesAccess::All(*cats).ForEach([](int32_t, const std::shared_ptr<Category>& c) {
     EXPECT_EQ(c->MemberCount(false), c->MemberCount(true));
-    EXPECT_FALSE(c->HasFilteredMembers());
+    EXPECT_FALSE(CategoryAccess::HasFilteredMembers(*c));
   });
   EXPECT_EQ(cats->CountFilteredMember(), 4);  // OutlookItems.Count
 }
@@ -47,12 +50,12 @@ TEST_F(FilterTest, MinimumTwoCategoriesWithMembersOnly) {
 
 TEST_F(FilterTest, MemberFilterAboveTwoKeepsEveryCategory) {
   cats->SetFilter(0, -1, 3, 0);
-  EXPECT_TRUE(cats->HasCategoryFilter());
+  EXPECT_TRUE(CategoriesAccess::HasCategoryFilter(*cats));
   EXPECT_EQ(cats->Count(), cats->Count(true));
 }
 
 TEST_F(FilterTest, CountWithoutDefaultOnAnEmptyCollectionIsMinusOne) {
-  cats->Clear();
+  CategoriesAccess::Clear(*cats);
   EXPECT_EQ(cats->CountWithoutDefault(true), -1);
   EXPECT_EQ(cats->CountWithoutDefault(false), 0);
   EXPECT_EQ(cats->DefaultCategory(true), nullptr);
@@ -62,7 +65,7 @@ TEST_F(FilterTest, CountFilteredMemberBeforeAnyFilterCountsDistinctMembers) {
   // After Clear the type filter reads 0, so the counting path is taken
   // (although no item filter was applied): item 4 counts through the
   // default category, an item in no category does not.
-  items->Add(u"EIDx", u"STORE", u"Inbox", u"orphan", u"IPM.Note", 0);
+  OutlookItemsAccess::Add(*items, u"EIDx", u"STORE", u"Inbox", u"orphan", u"IPM.Note", 0);
   EXPECT_EQ(items->Count(), 5);
   EXPECT_EQ(cats->CountFilteredMember(), 4);
   cats->SetFilter(0, -1, cmfmAll, cmmlAll);

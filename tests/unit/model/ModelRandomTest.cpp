@@ -6,6 +6,10 @@
 
 #include "ModelFixture.h"
 #include "journal/Journal.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/OutlookItemAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/ErrorObject.h"
 
 namespace t4 {
@@ -30,13 +34,14 @@ class ModelRandomTest : public test::ModelTest {
  protected:
   ModelState Capture() const {
     ModelState s;
-    cats->All().ForEach([&](int32_t id, const std::shared_ptr<Category>& c) {
+    CategoriesAccess::All(*cats).ForEach([&](int32_t id, const std::shared_ptr<Category>& c) {
       s.categories[id] = {c->Name(), c->Color(), c->ShortCut(), c->InMasterlist(),
                           std::set<int32_t>()};
       for (int32_t m : MemberIds(*c)) s.categories[id].members.insert(m);
     });
-    items->ForEach([&](int32_t id, const std::shared_ptr<OutlookItem>& i) {
-      s.items[id] = std::set<int32_t>(i->CategoryIds().begin(), i->CategoryIds().end());
+    OutlookItemsAccess::ForEach(*items, [&](int32_t id, const std::shared_ptr<OutlookItem>& i) {
+      s.items[id] = std::set<int32_t>(OutlookItemAccess::CategoryIds(*i).begin(),
+                                      OutlookItemAccess::CategoryIds(*i).end());
     });
     return s;
   }
@@ -47,11 +52,11 @@ class ModelRandomTest : public test::ModelTest {
     SCOPED_TRACE(step);
     auto def = cats->DefaultCategory(true);
     ASSERT_NE(def, nullptr);
-    cats->All().ForEach([&](int32_t id, const std::shared_ptr<Category>& c) {
+    CategoriesAccess::All(*cats).ForEach([&](int32_t id, const std::shared_ptr<Category>& c) {
       for (int32_t m : MemberIds(*c)) {
         auto item = items->Item(ItemIndex::Key(m));
         ASSERT_NE(item, nullptr);
-        const auto& list = item->CategoryIds();
+        const auto& list = OutlookItemAccess::CategoryIds(*item);
         if (id == 0) {
           EXPECT_TRUE(list.empty()) << "item " << m << " in the default category has categories";
         } else {
@@ -60,8 +65,8 @@ class ModelRandomTest : public test::ModelTest {
         }
       }
     });
-    items->ForEach([&](int32_t id, const std::shared_ptr<OutlookItem>& i) {
-      const auto& list = i->CategoryIds();
+    OutlookItemsAccess::ForEach(*items, [&](int32_t id, const std::shared_ptr<OutlookItem>& i) {
+      const auto& list = OutlookItemAccess::CategoryIds(*i);
       EXPECT_EQ(std::set<int32_t>(list.begin(), list.end()).size(), list.size()) << "item " << id;
       for (int32_t c : list) {
         auto category = cats->Item(ItemIndex::Key(c), true);
@@ -80,7 +85,7 @@ class ModelRandomTest : public test::ModelTest {
   // the replay's rule; the walk checks it happens only for batch steps and
   // goes on.
   void Replay(bool redo, int step) {
-    Journal& journal = *app->Journal();
+    Journal& journal = *ApplicationAccess::Journal(*app);
     auto next = redo ? journal.NextStep() : journal.PreviousStep();
     if (next) redo ? journal.PreviousStep() : journal.NextStep();
     try {
@@ -97,7 +102,7 @@ class ModelRandomTest : public test::ModelTest {
                                   << Utf::ToUtf8((*next)[0].Detail ? (*next)[0].Detail->PropertyName
                                                                    : u"")
                                   << " pos " << journal.Position() << "/" << journal.Count();
-      EXPECT_FALSE(app->Replaying());
+      EXPECT_FALSE(ApplicationAccess::Replaying(*app));
       ++failedBatchReplays;
       // The steps around a half-replayed one may now refer to categories
       // in places they no longer are; the walk starts a fresh journal so a
@@ -138,15 +143,16 @@ TEST_F(ModelRandomTest, InvariantsHoldOverThousandsOfRandomEdits) {
   }
   const char16_t* names[] = {u"Alpha", u"beta", u"Gamma", u"Work", u"WORK", u"delta", u"Epsilon"};
   int32_t highestId = 0;
-  cats->All().ForEach(
+  CategoriesAccess::All(*cats).ForEach(
       [&](int32_t id, const std::shared_ptr<Category>&) { highestId = std::max(highestId, id); });
   std::set<int32_t> everIssued;
-  cats->All().ForEach([&](int32_t id, const std::shared_ptr<Category>&) { everIssued.insert(id); });
+  CategoriesAccess::All(*cats).ForEach(
+      [&](int32_t id, const std::shared_ptr<Category>&) { everIssued.insert(id); });
   int roundTrips = 0;
 
   for (int step = 0; step < 6000; ++step) {
-    const int32_t stepsBefore = app->Journal()->Count();
-    const int32_t positionBefore = app->Journal()->Position();
+    const int32_t stepsBefore = ApplicationAccess::Journal(*app)->Count();
+    const int32_t positionBefore = ApplicationAccess::Journal(*app)->Position();
     auto item = items->Item(ItemIndex::Position(1 + static_cast<int64_t>(rng() % items->Count())));
     const int op = static_cast<int>(rng() % 14);
     switch (op) {
@@ -202,8 +208,8 @@ TEST_F(ModelRandomTest, InvariantsHoldOverThousandsOfRandomEdits) {
             item->CategoriesRemove(
                 ItemIndex::Position(1 + static_cast<int64_t>(rng() % item->CategoriesCount())));
           } else {
-            item->CategoriesRemove(
-                ItemIndex::Key(item->CategoryIds()[rng() % item->CategoryIds().size()]));
+            item->CategoriesRemove(ItemIndex::Key(OutlookItemAccess::CategoryIds(
+                *item)[rng() % OutlookItemAccess::CategoryIds(*item).size()]));
           }
         }
         break;
@@ -221,7 +227,8 @@ TEST_F(ModelRandomTest, InvariantsHoldOverThousandsOfRandomEdits) {
       default: {
         // Reorders an item's list as a whole-list move of its first category.
         if (item->CategoriesCount() > 1)
-          item->MoveToCategory(cats->Item(ItemIndex::Key(item->CategoryIds()[0]), true));
+          item->MoveToCategory(
+              cats->Item(ItemIndex::Key(OutlookItemAccess::CategoryIds(*item)[0]), true));
         break;
       }
     }
@@ -232,12 +239,12 @@ TEST_F(ModelRandomTest, InvariantsHoldOverThousandsOfRandomEdits) {
     // Steps of several actions (batch mode) are replayed in recording order
     // in both directions, on purpose; two edits of one thing in one batch
     // then do not cancel out, so those steps are only checked structurally.
-    const bool newStep = app->Journal()->Count() >= stepsBefore &&
-                         app->Journal()->Position() > positionBefore && op != 10 && op != 11 &&
-                         op != 12;
+    const bool newStep = ApplicationAccess::Journal(*app)->Count() >= stepsBefore &&
+                         ApplicationAccess::Journal(*app)->Position() > positionBefore &&
+                         op != 10 && op != 11 && op != 12;
     if (newStep && !app->BatchMode()) {
-      auto last = app->Journal()->PreviousStep();
-      app->Journal()->NextStep();
+      auto last = ApplicationAccess::Journal(*app)->PreviousStep();
+      ApplicationAccess::Journal(*app)->NextStep();
       if (last && last->size() == 1) {
         const ModelState before = Capture();
         app->Undo();

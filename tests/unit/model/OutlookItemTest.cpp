@@ -1,5 +1,9 @@
 #include "ModelFixture.h"
 #include "journal/Journal.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/OutlookItemAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
+#include "session/internal/ApplicationAccess.h"
 
 namespace t4 {
 namespace {
@@ -13,7 +17,7 @@ TEST_F(OutlookItemTest, AddingACategoryTheItemHasChangesNothing) {
   auto item = ReadItem({u"Work"});
   item->CategoriesAdd(Cat(u"Work"));
   EXPECT_FALSE(item->Changed());
-  EXPECT_EQ(app->Journal()->Count(), 0);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 0);
   EXPECT_EQ(Cat(u"Work")->MemberCount(), 1);
   EXPECT_TRUE(log->events.empty());
 }
@@ -34,7 +38,7 @@ TEST_F(OutlookItemTest, FirstCategoryLeavesTheDefaultLastOneReturnsToIt) {
   EXPECT_EQ(MemberIds(*def), std::vector<int32_t>{1});
   EXPECT_TRUE(MemberIds(*Cat(u"Work")).empty());
   EXPECT_EQ(log->events, (Events{"MemberRemove Work 1", "MemberAdd  1"}));
-  EXPECT_EQ(app->Journal()->Count(), 2);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 2);
 }
 
 TEST_F(OutlookItemTest, MoveKeepsTheTargetAndRemovesTheOthersLastFirst) {
@@ -43,8 +47,8 @@ TEST_F(OutlookItemTest, MoveKeepsTheTargetAndRemovesTheOthersLastFirst) {
   item->MoveToCategory(Cat(u"B"));
   EXPECT_EQ(item->CategoriesString(), u"B");
   EXPECT_EQ(log->events, (Events{"MemberRemove C 1", "MemberRemove A 1"}));
-  ASSERT_EQ(app->Journal()->Count(), 2);  // two removals, each its own step
-  auto step = app->Journal()->PreviousStep();
+  ASSERT_EQ(ApplicationAccess::Journal(*app)->Count(), 2);  // two removals, each its own step
+  auto step = ApplicationAccess::Journal(*app)->PreviousStep();
   EXPECT_EQ((*step)[0].Kind, Action::kRemoved);
   EXPECT_EQ((*step)[0].CategoryID, Cat(u"A")->ID());
   EXPECT_TRUE(MemberIds(*cats->DefaultCategory(true)).empty());
@@ -161,7 +165,7 @@ TEST_F(OutlookItemTest, ItemTypeFromTheMessageClassPrefix) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(Utf::ToUtf8(c.cls));
-    auto item = items->Add(u"E", u"S", u"F", u"Subj", c.cls, 0);
+    auto item = OutlookItemsAccess::Add(*items, u"E", u"S", u"F", u"Subj", c.cls, 0);
     EXPECT_EQ(item->ItemType(), c.type);
   }
   EXPECT_EQ(items->Item(ItemIndex::Key(u"1"))->MessageClass(), u"ipm.contact");
@@ -178,7 +182,7 @@ TEST_F(OutlookItemTest, RemoveByPositionOrCategoryKey) {
   item->CategoriesRemove(ItemIndex::Key(u"99"));
   item->CategoriesRemove(ItemIndex::Key(u"x"));
   EXPECT_EQ(item->CategoriesString(), u"A");
-  EXPECT_EQ(app->Journal()->Count(), 2);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 2);
 }
 
 TEST_F(OutlookItemTest, RenamedCategoryStaysAssigned) {
@@ -190,7 +194,8 @@ TEST_F(OutlookItemTest, RenamedCategoryStaysAssigned) {
 
 TEST_F(OutlookItemTest, FieldsFromInitialize) {
   ReadList({});
-  auto item = items->Add(u"00AB", u"STORE1", u"Posteingang", u"Hallo", u"IPM.Note", 45000.25);
+  auto item = OutlookItemsAccess::Add(*items, u"00AB", u"STORE1", u"Posteingang", u"Hallo",
+                                      u"IPM.Note", 45000.25);
   EXPECT_EQ(item->ID(), 1);
   EXPECT_EQ(item->EntryID(), u"00AB");
   EXPECT_EQ(item->StoreID(), u"STORE1");
@@ -198,7 +203,7 @@ TEST_F(OutlookItemTest, FieldsFromInitialize) {
   EXPECT_EQ(item->Subject(), u"Hallo");
   EXPECT_EQ(item->DateTime(), 45000.25);
   EXPECT_FALSE(item->Changed());
-  EXPECT_FALSE(item->SuppressJournal());
+  EXPECT_FALSE(OutlookItemAccess::SuppressJournal(*item));
 }
 
 class OutlookItemsTest : public test::ModelTest {};
@@ -210,9 +215,9 @@ TEST_F(OutlookItemsTest, FirstItemHasIdOneAndZeroFindsNothing) {
   EXPECT_EQ(items->Item(ItemIndex::Key(u"0")), nullptr);
   EXPECT_EQ(items->Item(ItemIndex::Position(1))->ID(), 1);
   EXPECT_EQ(items->Item(ItemIndex::Key(u"1"))->ID(), 1);
-  items->Clear();
+  OutlookItemsAccess::Clear(*items);
   EXPECT_EQ(items->Count(), 0);
-  EXPECT_EQ(items->Add(u"E", u"S", u"F", u"x", u"IPM.Note", 0)->ID(), 1);
+  EXPECT_EQ(OutlookItemsAccess::Add(*items, u"E", u"S", u"F", u"x", u"IPM.Note", 0)->ID(), 1);
 }
 
 TEST(CategoriesDeleted, EntriesEndInThreeSemicolonsAndJoinWithOne) {
@@ -249,8 +254,8 @@ TEST_F(ReadingAgainTest, ItemsOfAnEarlierReadingStayOutOfTheModel) {
   auto oldMembers = work->MemberCollection(true).Snapshot();
   ASSERT_EQ(oldMembers.size(), 1u);
 
-  cats->ClearAllMembers();
-  items->Clear();
+  CategoriesAccess::ClearAllMembers(*cats);
+  OutlookItemsAccess::Clear(*items);
   auto fresh = ReadItem({});
   ASSERT_EQ(fresh->ID(), old->ID());  // the same ID, another item
 
@@ -277,7 +282,7 @@ TEST_F(ReadingAgainTest, AnItemKeptAfterTerminateStillReadsItsTexts) {
   EXPECT_EQ(item->MessageClass(), u"ipm.contact");
   EXPECT_EQ(item->ItemType(), 2);
   EXPECT_EQ(item->CategoriesCount(), 1);
-  EXPECT_EQ(item->Parent(), nullptr);
+  EXPECT_EQ(OutlookItemAccess::Parent(*item), nullptr);
 }
 
 TEST_F(ReadingAgainTest, AnItemUnlinkedFromItsCollectionOnlyKeepsItsOwnList) {

@@ -5,7 +5,9 @@
 #include "masterlist/Masterlist02.h"
 #include "masterlist/Masterlist03.h"
 #include "masterlist/Masterlist97.h"
+#include "model/internal/CategoriesAccess.h"
 #include "rules/Masterlist07.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/ClientVersion.h"
 
 namespace t4::test {
@@ -34,7 +36,7 @@ TEST_F(SessionTest, InitializeFollowsQuitAndSetsTheVersion) {
   Init(u"11.0.0.8312");
   EXPECT_EQ(ClientVersion::Current().Major(), 11);
   EXPECT_EQ(outlook->advised, 1);
-  EXPECT_EQ(app->OutlookApp(), outlook);
+  EXPECT_EQ(ApplicationAccess::OutlookApp(*app), outlook);
 }
 
 TEST_F(SessionTest, RulesAreNotSupportedBeforeOutlook2007) {
@@ -42,8 +44,8 @@ TEST_F(SessionTest, RulesAreNotSupportedBeforeOutlook2007) {
     SCOPED_TRACE(Utf::ToUtf8(version));
     Init(version);
     EXPECT_FALSE(app->RulesSupported());
-    EXPECT_EQ(app->RulesReader(), nullptr);
-    EXPECT_EQ(app->CategoryRules(), nullptr);
+    EXPECT_EQ(ApplicationAccess::RulesReader(*app), nullptr);
+    EXPECT_EQ(ApplicationAccess::CategoryRules(*app), nullptr);
   }
   EXPECT_EQ(ports.rules->readersCreated, 0);
   EXPECT_EQ(Reader().rulesHandedOut, 0);
@@ -54,7 +56,7 @@ TEST_F(SessionTest, Outlook2007CreatesTheRulesComponentAndReadsTheRules) {
   EXPECT_TRUE(app->RulesSupported());
   EXPECT_EQ(ports.rules->readersCreated, 1);
   EXPECT_EQ(Reader().rulesHandedOut, 1);
-  EXPECT_EQ(app->CategoryRules(), Reader().rulesObject);
+  EXPECT_EQ(ApplicationAccess::CategoryRules(*app), Reader().rulesObject);
 }
 
 TEST_F(SessionTest, InitializeDoesNotLogOn) {
@@ -72,7 +74,7 @@ TEST_F(SessionTest, InitializeWithAnObjectWithoutEventsFails) {
     EXPECT_EQ(e.Number(), RunTimeError::kObjectDoesNotSupportEvents);
     EXPECT_TRUE(EndsWith(e.Source(), u"Application.Initialize (0)")) << Utf::ToUtf8(e.Source());
   }
-  EXPECT_EQ(app->OutlookApp(), nullptr);
+  EXPECT_EQ(ApplicationAccess::OutlookApp(*app), nullptr);
 }
 
 TEST_F(SessionTest, InitializeWithNothingFailsWithObjectVariableNotSet) {
@@ -94,7 +96,7 @@ TEST_F(SessionTest, RulesComponentThatCannotBeCreatedFailsInitialize) {
     EXPECT_TRUE(EndsWith(e.Source(), u"Application.Initialize (0)")) << Utf::ToUtf8(e.Source());
   }
   EXPECT_TRUE(app->RulesSupported());
-  EXPECT_EQ(app->CategoryRules(), nullptr);
+  EXPECT_EQ(ApplicationAccess::CategoryRules(*app), nullptr);
 }
 
 TEST_F(SessionTest, QuitReleasesOutlookButTheCollectionsKeepTheirData) {
@@ -102,7 +104,7 @@ TEST_F(SessionTest, QuitReleasesOutlookButTheCollectionsKeepTheirData) {
   Init(u"8.0");
   app->ReadMasterlist();
   outlook->FireQuit();
-  EXPECT_EQ(app->OutlookApp(), nullptr);
+  EXPECT_EQ(ApplicationAccess::OutlookApp(*app), nullptr);
   EXPECT_EQ(outlook->unadvised, 1);
   EXPECT_EQ(outlook.use_count(), 1);  // nobody but the test holds it
   EXPECT_EQ(CategoryNames(), (Names{u"", u"Business", u"Private"}));
@@ -178,7 +180,7 @@ TEST_F(SessionTest, StoreFactoryPicksTheClassByVersion) {
   for (const Case& c : cases) {
     SCOPED_TRACE(Utf::ToUtf8(c.version));
     Init(c.version);
-    auto store = app->MasterlistStore();
+    auto store = ApplicationAccess::MasterlistStore(*app);
     const char* kind = !store                                     ? "none"
                        : dynamic_cast<Masterlist97*>(store.get()) ? "97"
                        : dynamic_cast<Masterlist00*>(store.get()) ? "00"
@@ -223,8 +225,8 @@ TEST_F(SessionTest, ChangedIsFalseAfterAReadThatFailedHalfWay) {
     EXPECT_TRUE(EndsWith(e.Source(), u"Application.ReadMasterlist (0)")) << Utf::ToUtf8(e.Source());
   }
   EXPECT_FALSE(app->Changed());
-  EXPECT_FALSE(cats->IsReading());
-  EXPECT_FALSE(cats->Importing());
+  EXPECT_FALSE(CategoriesAccess::IsReading(*cats));
+  EXPECT_FALSE(CategoriesAccess::Importing(*cats));
   EXPECT_EQ(CategoryNames(), (Names{u"", u"Work"}));
 }
 

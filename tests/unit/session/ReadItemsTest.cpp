@@ -8,8 +8,12 @@
 #include "MemoryMailbox.h"
 #include "ModelFixture.h"
 #include "SessionFakes.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/OutlookItemAccess.h"
+#include "model/internal/OutlookItemsAccess.h"
 #include "session/FolderData.h"
 #include "session/FolderList.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/ErrorObject.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
@@ -148,7 +152,7 @@ TEST_F(ReadItemsTest, ReadsEveryRowIntoAnItemWithItsCategories) {
   EXPECT_FALSE(app->UndoIsPossible());
   EXPECT_EQ(progress->calls, std::vector<std::string>({"1/3", "2/3", "3/3"}));
   EXPECT_EQ(pump->runs, 3);
-  EXPECT_EQ(app->ItemsCounter(), 3);
+  EXPECT_EQ(ApplicationAccess::ItemsCounter(*app), 3);
 }
 
 TEST_F(ReadItemsTest, NoEventsAndNoJournalWhileReading) {
@@ -184,16 +188,16 @@ TEST_F(ReadItemsTest, NullOrEmptyListStillResetsItemsMembershipsAndJournal) {
     EXPECT_TRUE(MemberIds(*Cat(u"Business")).empty());
     EXPECT_FALSE(app->UndoIsPossible());
     EXPECT_FALSE(app->Changed());
-    EXPECT_FALSE(items->IsReading());
-    EXPECT_FALSE(cats->IsReading());
-    EXPECT_FALSE(cats->Importing());
+    EXPECT_FALSE(OutlookItemsAccess::IsReading(*items));
+    EXPECT_FALSE(CategoriesAccess::IsReading(*cats));
+    EXPECT_FALSE(CategoriesAccess::Importing(*cats));
     EXPECT_EQ(box->Count("GetFolderFromID"), 0);
   }
   EXPECT_EQ(box->Count("Logon"), 1);
 }
 
 TEST_F(ReadItemsTest, WithoutAMasterListTheDefaultCategoryComesFirst) {
-  cats->Clear();
+  CategoriesAccess::Clear(*cats);
   MemFolder& f = Folder(1, {std::vector<std::u16string>{u"Work"}, std::nullopt});
   app->ReadItems(List({Data(f)}));
   auto def = cats->DefaultCategory(true);
@@ -280,7 +284,7 @@ TEST_F(ReadItemsTest, KeywordsMatchMasterListNamesInAnyLetterCase) {
 TEST_F(ReadItemsTest, FoldersAreReadInChunksAndTheLastRemainderStays) {
   std::vector<std::shared_ptr<FolderData>> list;
   for (int n = 1; n <= 25; ++n) list.push_back(Data(Plain(n, 1)));
-  app->SetChunkSize(10);
+  ApplicationAccess::SetChunkSize(*app, 10);
   app->ReadItems(List(list));
   const auto opened = FoldersOpened();
   ASSERT_EQ(opened.size(), 25u);
@@ -288,7 +292,7 @@ TEST_F(ReadItemsTest, FoldersAreReadInChunksAndTheLastRemainderStays) {
     SCOPED_TRACE(n);
     EXPECT_EQ(items->Item(ItemIndex::Position(n))->Folder(), u"Folder " + Utf::Decimal(n));
   }
-  EXPECT_EQ(app->ChunkSize(), 5);
+  EXPECT_EQ(ApplicationAccess::ChunkSize(*app), 5);
 }
 
 TEST_F(ReadItemsTest, ChunkSizeTable) {
@@ -304,11 +308,11 @@ TEST_F(ReadItemsTest, ChunkSizeTable) {
     box->log.clear();
     std::vector<std::shared_ptr<FolderData>> list;
     for (int n = 1; n <= c.folders; ++n) list.push_back(Data(Plain(n, 1)));
-    app->SetChunkSize(c.chunk);
+    ApplicationAccess::SetChunkSize(*app, c.chunk);
     app->ReadItems(List(list));
     EXPECT_EQ(static_cast<int>(FoldersOpened().size()), c.folders);
     EXPECT_EQ(items->Count(), c.folders);
-    EXPECT_EQ(app->ChunkSize(), c.after);
+    EXPECT_EQ(ApplicationAccess::ChunkSize(*app), c.after);
   }
 }
 
@@ -386,13 +390,13 @@ TEST_F(ReadItemsTest, SubscriberMayTerminateTheApplication) {
 TEST_F(ReadItemsTest, StoresAreRegisteredOncePerStore) {
   const std::string other = box->AddStore(Id("S", 2));
   app->ReadItems(List({Data(Plain(1, 1)), Data(Plain(2, 1)), Data(Plain(3, 1, other))}));
-  ASSERT_TRUE(app->Stores());
-  EXPECT_EQ(app->Stores()->Count(), 2);
+  ASSERT_TRUE(ApplicationAccess::Stores(*app));
+  EXPECT_EQ(ApplicationAccess::Stores(*app)->Count(), 2);
   // Keys ignore the letter case of the hexadecimal text.
   std::u16string lower = MemoryMailbox::Hex(other);
   std::transform(lower.begin(), lower.end(), lower.begin(),
                  [](char16_t c) { return c >= u'A' && c <= u'F' ? c + 32 : c; });
-  EXPECT_TRUE(app->Stores()->Item(lower));
+  EXPECT_TRUE(ApplicationAccess::Stores(*app)->Item(lower));
 }
 
 // Folder validation ---------------------------------------------------------
@@ -508,9 +512,9 @@ TEST_F(ReadItemsTest, FaultAtEveryCallLeavesFlagsOffAndNothingChanged) {
       EXPECT_EQ(items->Count(), c.itemsRead);
     }
     EXPECT_FALSE(app->Changed());
-    EXPECT_FALSE(items->IsReading());
-    EXPECT_FALSE(cats->IsReading());
-    EXPECT_FALSE(cats->Importing());
+    EXPECT_FALSE(OutlookItemsAccess::IsReading(*items));
+    EXPECT_FALSE(CategoriesAccess::IsReading(*cats));
+    EXPECT_FALSE(CategoriesAccess::Importing(*cats));
     // A failed logon comes before the journal is cleared.
     EXPECT_EQ(app->UndoIsPossible(), std::string(c.member) == "Logon");
     EXPECT_EQ(CountLog("Table dropped holding its item"), 0);
@@ -602,7 +606,7 @@ TEST_F(ItemSaveTest, SaveWritesTheNamesJoinedBySemicolons) {
 
 TEST_F(ItemSaveTest, SaveWithoutCategoriesWritesEmptyText) {
   At(1)->CategoriesRemove(ItemIndex::Position(1));
-  At(1)->Save(*cats);
+  OutlookItemAccess::Save(*At(1), *cats);
   EXPECT_EQ(Message(1).saves, 1);
   EXPECT_EQ(Message(1).savedCategories, u"");
   EXPECT_EQ(CountLog("SetCategories"), 1);
@@ -623,7 +627,7 @@ TEST_F(ItemSaveTest, VanishedMessageFailsWithItemNotFound) {
   At(1)->CategoriesAdd(Cat(u"Private"));
   Message(1).deleted = true;
   try {
-    At(1)->Save(*cats);
+    OutlookItemAccess::Save(*At(1), *cats);
     FAIL() << "no error";
   } catch (const Error& e) {
     EXPECT_EQ(e.Number(), cmItemNotFound);
@@ -675,8 +679,8 @@ TEST_F(ItemSaveTest, FaultAtEveryItemCallLeavesTheItemChanged) {
 TEST_F(ItemSaveTest, ItemOfAnEarlierReadingIsNotFound) {
   auto old = At(1);
   app->ReadItems(List({Data(*folder)}));
-  EXPECT_THROW(old->GetRedemptionItem(), Error);
-  EXPECT_TRUE(At(1)->GetRedemptionItem());
+  EXPECT_THROW(OutlookItemAccess::GetRedemptionItem(*old), Error);
+  EXPECT_TRUE(OutlookItemAccess::GetRedemptionItem(*At(1)));
 }
 
 class FakeItem : public IClientObject {};

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "SessionFixture.h"
+#include "model/internal/CategoriesAccess.h"
+#include "model/internal/OutlookItemAccess.h"
 #include "rules/Masterlist07.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/ClientVersion.h"
 #include "support/ErrorObject.h"
 
@@ -127,11 +130,11 @@ TEST_F(SaveTest, Outlook2007WithOnlyADeletionPendingWritesOnlyTheDeletion) {
   Outlook2007List().entries = {{u"{A}", u"Red", 0, 0}};
   app->ReadMasterlist();
   cats->Delete(ItemIndex::Position(2));
-  EXPECT_EQ(cats->DeletedList()->ToString(), u"{A};;;");
+  EXPECT_EQ(CategoriesAccess::DeletedList(*cats)->ToString(), u"{A};;;");
   app->SaveChanges();
   EXPECT_EQ(Outlook2007List().log, (std::vector<std::string>{"Remove {A}"}));
   EXPECT_TRUE(Outlook2007List().entries.empty());
-  EXPECT_EQ(cats->DeletedList()->ToString(), u"");
+  EXPECT_EQ(CategoriesAccess::DeletedList(*cats)->ToString(), u"");
 }
 
 TEST_F(SaveTest, Outlook2007WithNothingToWriteDoesNotWrite) {
@@ -178,7 +181,7 @@ TEST_F(SaveTest, OnlyItemChangesRunOnlyTheItemStep) {
   Init(u"11.0");
   ReadList({u"Work"});
   auto item = ReadItem({u"Work"});
-  item->SetChanged(true);
+  OutlookItemAccess::SetChanged(*item, true);
   ASSERT_FALSE(cats->Changed());
   ASSERT_TRUE(items->Changed());
   // The item was made by hand, not read from a store the session opened:
@@ -243,7 +246,7 @@ TEST_F(SaveTest, UndoStaysPossibleAfterSaving) {
 
 TEST_F(SaveTest, Outlook2007StoreHasNoKeyAndKeepsItsInput) {
   Init(u"12.0");
-  auto store = app->MasterlistStore();
+  auto store = ApplicationAccess::MasterlistStore(*app);
   ASSERT_TRUE(store);
   EXPECT_EQ(store->Section(), u"");
   EXPECT_EQ(store->Setting(), u"Masterlist");

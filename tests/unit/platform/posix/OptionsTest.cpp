@@ -4,6 +4,7 @@
 
 #include "platform/posix/TempConfigDirs.h"
 #include "session/Application.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/Error.h"
 #include "support/ProcessValues.h"
 #include "support/Utf.h"
@@ -120,14 +121,14 @@ TEST(Application, TakesTheChunkSizeFromTheSettings) {
   test::TempConfigDirs dirs;
   dirs.WriteSettings("[default]\nChunkSize=25\n");
   auto app = Application::Create();
-  EXPECT_EQ(app->ChunkSize(), 25);
+  EXPECT_EQ(ApplicationAccess::ChunkSize(*app), 25);
 }
 
 TEST(Application, ConstructionSurvivesABadSettingsFile) {
   test::TempConfigDirs dirs;
   dirs.WriteSettings("[default]\nChunkSize=1e300\nCSVDelimiter=,\n");
   auto app = Application::Create();
-  EXPECT_EQ(app->ChunkSize(), 100);
+  EXPECT_EQ(ApplicationAccess::ChunkSize(*app), 100);
 }
 
 }  // namespace

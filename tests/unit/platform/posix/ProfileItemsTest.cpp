@@ -15,6 +15,7 @@
 #include "model/Category.h"
 #include "model/OutlookItem.h"
 #include "model/OutlookItems.h"
+#include "model/internal/CategoriesAccess.h"
 #include "platform/posix/MaildirFolder.h"
 #include "platform/posix/MaildirMessage.h"
 #include "platform/posix/MaildirSession.h"
@@ -116,8 +117,9 @@ TEST_F(ProfileItemsTest, ReadsEveryMessageButTheJunkFolders) {
   EXPECT_FALSE(app->Changed());
   // Every item is in its categories or in the default one.
   int32_t members = 0;
-  app->Categories()->All().ForEach(
-      [&](int32_t, const std::shared_ptr<Category>& c) { members += c->MemberCount(true); });
+  CategoriesAccess::All(*app->Categories())
+      .ForEach(
+          [&](int32_t, const std::shared_ptr<Category>& c) { members += c->MemberCount(true); });
   int32_t assignments = 0;
   for (const auto& item : items->Enumerate()) {
     assignments += item->CategoriesCount() == 0 ? 1 : item->CategoriesCount();

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "ModelFixture.h"
+#include "model/internal/CategoriesAccess.h"
 #include "platform/posix/PosixMapiLibrary.h"
 #include "platform/posix/PosixRegistryFile.h"
 #include "platform/posix/ProfileClientApp.h"
@@ -36,7 +37,7 @@ class ProfileSessionTest : public test::ModelTest {
   }
   std::vector<std::u16string> Names() const {
     std::vector<std::u16string> names;
-    cats->All().ForEach(
+    CategoriesAccess::All(*cats).ForEach(
         [&](int32_t, const std::shared_ptr<Category>& c) { names.push_back(c->Name()); });
     return names;
   }

@@ -10,6 +10,7 @@
 #include "platform/posix/XmlRulesLibrary.h"
 #include "platform/posix/XmlRulesStorage.h"
 #include "platform/posix/XmlTestFiles.h"
+#include "session/internal/ApplicationAccess.h"
 #include "support/ErrorObject.h"
 #include "support/Ports.h"
 
@@ -88,7 +89,7 @@ TEST_F(XmlRulesComponentTest, ReadChangeAndSaveTheMasterListAndTheRules) {
   auto added = app->Categories()->Add(u"New", true, u"", 3, 2);
   std::u16string renamed = u"Arbeit";
   Cat(u"B\u00fcro")->SetName(renamed);
-  EXPECT_TRUE(app->CategoryRules()->Changed());
+  EXPECT_TRUE(ApplicationAccess::CategoryRules(*app)->Changed());
   cats->Delete(ItemIndex::Key(Cat(u"Rot")->ID()));
   app->SaveChanges();
 
@@ -117,7 +118,7 @@ TEST_F(XmlRulesComponentTest, ReadChangeAndSaveTheMasterListAndTheRules) {
             "    <assign><category>Privat</category></assign>\n"
             "  </rule>\n"
             "</rules>\n");
-  EXPECT_FALSE(app->CategoryRules()->Changed());
+  EXPECT_FALSE(ApplicationAccess::CategoryRules(*app)->Changed());
   EXPECT_EQ(files.Names(), (std::vector<std::string>{"categories.xml", "rules.xml"}));
 
   // A fresh read gives back what was saved.
