@@ -76,8 +76,10 @@ if build native; then
 fi
 
 # 1a. The tandrel4 program end to end on generated profiles.
-[ -x build/native/tools/tandrel4/tandrel4 ] &&
+if [ -x build/native/tools/tandrel4/tandrel4 ]; then
   run_counted "tandrel4 command line (end to end)" cli bash tests/cli/run-cli-tests.sh build/native
+  run_counted "tandrel4 shell (driven through tmux)" shell bash tests/cli/run-shell-tests.sh build/native
+fi
 
 # 2. Windows builds.
 build mingw64 && have64=1 || have64=0

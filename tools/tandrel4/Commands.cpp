@@ -7,6 +7,7 @@
 #include "CliError.h"
 #include "ItemReport.h"
 #include "SaveCheck.h"
+#include "Shell.h"
 #include "model/Categories.h"
 #include "model/Category.h"
 #include "support/Error.h"
@@ -17,15 +18,19 @@ namespace t4::cli {
 void Commands::Register(CLI::App& app) {
   app_ = &app;
   app.require_subcommand(1);
-  app.add_option("--profile", global_.profile,
-                 "The mail profile folder (default: $TANDREL4_PROFILE_DIR, else the "
-                 "per-user profile folder)");
-  app.add_option("--folder", global_.folders,
-                 "A folder to read, by its name or STORE/NAME; repeat for more (default: "
-                 "every folder but the junk folder)");
+  // The global options may also follow the command: "tandrel4 categories --json".
+  app.fallthrough();
+  if (!InShell()) {
+    app.add_option("--profile", global_.profile,
+                   "The mail profile folder (default: $TANDREL4_PROFILE_DIR, else the "
+                   "per-user profile folder)");
+    app.add_option("--folder", global_.folders,
+                   "A folder to read, by its name or STORE/NAME; repeat for more (default: "
+                   "every folder but the junk folder)");
+    app.add_flag("--no-progress", global_.noProgress, "Show no progress while reading items");
+  }
   app.add_flag("--json", global_.json, "Write JSON to the standard output instead of text");
   app.add_flag("--verbose", global_.verbose, "Show the library's error trail");
-  app.add_flag("--no-progress", global_.noProgress, "Show no progress while reading items");
 
   folders_ = app.add_subcommand("folders", "List the profile's folders");
   folders_->footer(
@@ -61,14 +66,43 @@ void Commands::Register(CLI::App& app) {
                      "a category");
   items_->footer("Lists subject, folder, type and date of each item.");
   RegisterEdits(app);
+  if (InShell()) {
+    RegisterShellCommands(app);
+  } else {
+    shell_ = app.add_subcommand("shell", "Work interactively: edit, undo, redo, save");
+    shell_->footer(
+        "Reads the items once, then takes commands line by line with line editing and\n"
+        "history (~/.tandrel4_history): every command of tandrel4 without its global\n"
+        "options, edits without --save, and\n"
+        "  undo, redo            step back and forth through the edits\n"
+        "  batch begin|end       make the edits between one undo step\n"
+        "  status                unsaved changes and what a save would write\n"
+        "  save                  write and read back, as --save does\n"
+        "  quit, exit, Ctrl-D    leave (asks first when changes are unsaved)\n"
+        "A command's --help works here too.");
+  }
+}
+
+void Commands::RegisterShellCommands(CLI::App& app) {
+  shellCommands_.push_back(app.add_subcommand("undo", "Undo the last edit step"));
+  shellCommands_.push_back(app.add_subcommand("redo", "Redo the edit step undone last"));
+  CLI::App* batch = app.add_subcommand("batch", "Make the following edits one undo step");
+  batch->add_option("STATE", batchState_, "begin or end")
+      ->required()
+      ->check(CLI::IsMember({"begin", "end"}));
+  shellCommands_.push_back(batch);
+  shellCommands_.push_back(app.add_subcommand("status", "Unsaved changes and what a save writes"));
+  shellCommands_.push_back(app.add_subcommand("save", "Write the changes and read them back"));
 }
 
 CLI::App* Commands::AddEdit(CLI::App& app, const std::string& name, const std::string& summary,
                             const std::string& footer) {
   CLI::App* command = app.add_subcommand(name, summary);
-  command->add_flag("--save", edit_.save,
-                    "Write the change to the profile (without it: only say what would be "
-                    "written)");
+  if (!InShell()) {
+    command->add_flag("--save", edit_.save,
+                      "Write the change to the profile (without it: only say what would be "
+                      "written)");
+  }
   command->footer(footer +
                   "\n\nNothing is written without --save. With --save the program reads the "
                   "profile\nback and reports any difference from what it meant to write "
@@ -145,6 +179,10 @@ ExitStatus Commands::Run() {
   for (CLI::App* edit : edits_) {
     if (edit->parsed()) return RunEdit();
   }
+  for (CLI::App* command : shellCommands_) {
+    if (command->parsed()) return RunShellCommand();
+  }
+  if (shell_ != nullptr && shell_->parsed()) return RunShell();
   throw CliError(ExitStatus::kUsage, "no command given (see --help)");
 }
 
@@ -159,15 +197,16 @@ std::string Commands::DescribeError(const Error& error) const {
   return text;
 }
 
-std::unique_ptr<Workspace> Commands::Open(bool readItems) const {
+Workspace& Commands::Open(bool readItems) {
+  if (shared_ != nullptr) return *shared_;
   Workspace::Settings settings;
   settings.profile = global_.profile;
   settings.folders = global_.folders;
   settings.progress = global_.json || global_.noProgress ? ProgressView::Mode::kQuiet
                                                          : ProgressView::ModeFor(stderr);
-  auto workspace = std::make_unique<Workspace>(settings);
-  if (readItems) workspace->ReadItems();
-  return workspace;
+  owned_ = std::make_unique<Workspace>(settings);
+  if (readItems) owned_->ReadItems();
+  return *owned_;
 }
 
 void Commands::Emit(const nlohmann::json& json, const std::string& text) const {
@@ -195,10 +234,10 @@ CategoryFilter Commands::Filter() const {
 }
 
 ExitStatus Commands::RunFolders() {
-  auto workspace = Open(false);
+  Workspace& workspace = Open(false);
   nlohmann::json list = nlohmann::json::array();
   std::string text = fmt::format("{:<40}{:>8}\n", "FOLDER", "ITEMS");
-  for (const auto& folder : workspace->Folders().All()) {
+  for (const auto& folder : workspace.Folders().All()) {
     list.push_back({{"store", folder.store},
                     {"name", folder.name},
                     {"path", folder.path},
@@ -213,15 +252,15 @@ ExitStatus Commands::RunFolders() {
 
 ExitStatus Commands::RunCategories() {
   const CategoryFilter filter = Filter();
-  auto workspace = Open(true);
-  const CategoryReport report = CategoryReport::Gather(*workspace->App().Categories(), filter);
+  Workspace& workspace = Open(true);
+  const CategoryReport report = CategoryReport::Gather(*workspace.App().Categories(), filter);
   Emit(report.Json(), report.Text(Terminal::Detect(stdout)));
   return ExitStatus::kOk;
 }
 
 ExitStatus Commands::RunItems() {
-  auto workspace = Open(true);
-  Categories& categories = *workspace->App().Categories();
+  Workspace& workspace = Open(true);
+  Categories& categories = *workspace.App().Categories();
   std::shared_ptr<Category> category;
   const bool withoutCategory = itemsCategory_.empty();
   if (withoutCategory) {
@@ -244,8 +283,8 @@ ExitStatus Commands::RunEdit() {
   for (CLI::App* edit : edits_) {
     if (edit->parsed()) command = edit->get_name();
   }
-  auto workspace = Open(true);
-  Editor editor(*workspace);
+  Workspace& workspace = Open(true);
+  Editor editor(workspace);
   std::string done;
   if (command == "add") done = editor.Add(edit_.first, !edit_.outside);
   if (command == "rename") done = editor.Rename(edit_.first, edit_.second);
@@ -258,9 +297,13 @@ ExitStatus Commands::RunEdit() {
   if (command == "move") done = editor.Move(edit_.first, edit_.second, edit_.selection);
   if (command == "adopt") done = editor.Adopt();
 
-  const SaveCheck check = SaveCheck::Capture(*workspace);
   nlohmann::json json{{"command", command}, {"done", done}, {"saved", false}};
   std::string text = done + "\n";
+  if (InShell()) {
+    Emit(json, text);
+    return ExitStatus::kOk;
+  }
+  const SaveCheck check = SaveCheck::Capture(workspace);
   if (!edit_.save) {
     json["wouldWrite"] = check.Describe();
     for (const auto& line : check.Describe()) text += line + "\n";
@@ -268,7 +311,14 @@ ExitStatus Commands::RunEdit() {
     Emit(json, text);
     return ExitStatus::kOk;
   }
-  const std::vector<std::string> differences = check.SaveAndVerify(*workspace);
+  const ExitStatus status = Save(workspace, json, text);
+  Emit(json, text);
+  return status;
+}
+
+ExitStatus Commands::Save(Workspace& workspace, nlohmann::json& json, std::string& text) const {
+  const std::vector<std::string> differences =
+      SaveCheck::Capture(workspace).SaveAndVerify(workspace);
   json["saved"] = true;
   json["differences"] = differences;
   if (differences.empty()) {
@@ -277,8 +327,52 @@ ExitStatus Commands::RunEdit() {
     text += "saved, but the profile reads back differently:\n";
     for (const auto& line : differences) text += "  " + line + "\n";
   }
-  Emit(json, text);
   return differences.empty() ? ExitStatus::kOk : ExitStatus::kSaveFailed;
+}
+
+ExitStatus Commands::RunShellCommand() {
+  Workspace& workspace = Open(true);
+  Application& app = workspace.App();
+  std::string command;
+  for (CLI::App* c : shellCommands_) {
+    if (c->parsed()) command = c->get_name();
+  }
+  nlohmann::json json{{"command", command}};
+  std::string text;
+  if (command == "undo" || command == "redo") {
+    const bool possible = command == "undo" ? app.UndoIsPossible() : app.RedoIsPossible();
+    if (possible) command == "undo" ? app.Undo() : app.Redo();
+    json["done"] = possible;
+    text = possible ? command + " done\n" : "nothing to " + command + "\n";
+  } else if (command == "batch") {
+    app.SetBatchMode(batchState_ == "begin");
+    json["batchMode"] = app.BatchMode();
+    text =
+        app.BatchMode() ? "batch mode on: the next edits are one undo step\n" : "batch mode off\n";
+  } else if (command == "status") {
+    const SaveCheck check = SaveCheck::Capture(workspace);
+    json["unsaved"] = app.Changed();
+    json["undoPossible"] = app.UndoIsPossible();
+    json["redoPossible"] = app.RedoIsPossible();
+    json["batchMode"] = app.BatchMode();
+    json["wouldWrite"] = check.Describe();
+    text = fmt::format("unsaved changes: {}; undo: {}; redo: {}; batch mode: {}\n",
+                       app.Changed() ? "yes" : "no", app.UndoIsPossible() ? "yes" : "no",
+                       app.RedoIsPossible() ? "yes" : "no", app.BatchMode() ? "on" : "off");
+    for (const auto& line : check.Describe()) text += line + "\n";
+  } else if (command == "save") {
+    const ExitStatus status = Save(workspace, json, text);
+    Emit(json, text);
+    return status;
+  }
+  Emit(json, text);
+  return ExitStatus::kOk;
+}
+
+ExitStatus Commands::RunShell() {
+  Workspace& workspace = Open(true);
+  Shell shell(workspace, global_);
+  return shell.Run();
 }
 
 }  // namespace t4::cli

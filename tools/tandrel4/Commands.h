@@ -21,6 +21,20 @@ namespace t4::cli {
 // then run once it has parsed the command line.
 class Commands {
  public:
+  struct Global {
+    std::string profile;
+    std::vector<std::string> folders;
+    bool json = false;
+    bool verbose = false;
+    bool noProgress = false;
+  };
+
+  Commands() = default;
+  // The commands of one line of the interactive shell: they work on the
+  // shell's workspace, edits are not saved (the shell's own "save" does),
+  // and undo, redo, batch, status and save join them.
+  Commands(Workspace& shell, const Global& global) : shared_(&shell), global_(global) {}
+
   void Register(CLI::App& app);
   // Runs the command the parse chose.
   ExitStatus Run();
@@ -29,13 +43,6 @@ class Commands {
   std::string DescribeError(const Error& error) const;
 
  private:
-  struct Global {
-    std::string profile;
-    std::vector<std::string> folders;
-    bool json = false;
-    bool verbose = false;
-    bool noProgress = false;
-  };
   struct FilterText {
     int32_t minCategories = 0;
     std::string type;
@@ -43,7 +50,9 @@ class Commands {
     std::string masterlist = "all";
   };
 
-  std::unique_ptr<Workspace> Open(bool readItems) const;
+  // The workspace of this command: the shell's, or one opened (and, when
+  // asked, its items read) for this command alone.
+  Workspace& Open(bool readItems);
   void Emit(const nlohmann::json& json, const std::string& text) const;
   CategoryFilter Filter() const;
 
@@ -57,7 +66,14 @@ class Commands {
   CLI::App* AddEdit(CLI::App& app, const std::string& name, const std::string& summary,
                     const std::string& footer);
   void AddSelection(CLI::App* command);
+  void RegisterShellCommands(CLI::App& app);
+  ExitStatus RunShellCommand();
+  ExitStatus RunShell();
+  ExitStatus Save(Workspace& workspace, nlohmann::json& json, std::string& text) const;
+  bool InShell() const { return shared_ != nullptr; }
 
+  Workspace* shared_ = nullptr;
+  std::unique_ptr<Workspace> owned_;
   Global global_;
   FilterText filter_;
   std::string itemsCategory_;
@@ -70,6 +86,9 @@ class Commands {
     ItemSelection selection;
   } edit_;
   std::vector<CLI::App*> edits_;
+  std::vector<CLI::App*> shellCommands_;  // undo, redo, batch, status, save
+  std::string batchState_;
+  CLI::App* shell_ = nullptr;
   CLI::App* app_ = nullptr;
   CLI::App* folders_ = nullptr;
   CLI::App* categories_ = nullptr;

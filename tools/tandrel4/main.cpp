@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
+#include <clocale>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -16,6 +17,8 @@
 
 int main(int argc, char** argv) {
   using t4::cli::ExitStatus;
+  // The terminal's character set, so that line editing takes UTF-8 input.
+  std::setlocale(LC_CTYPE, "");
   t4::cli::Commands commands;
   CLI::App app{"tandrel4 - the colour categories of a mail profile, through the Tandrel4 library",
                "tandrel4"};
