@@ -4,15 +4,25 @@
 #
 #   scripts/install-deps.sh          native + Windows cross builds + Wine
 #   T4_TRY_WINE32=0 scripts/...      skip the attempt at 32-bit Wine
+#   T4_NATIVE_ONLY=1 scripts/...     only the native build of the library and tandrel4
 set -u
 
+native=(
+  cmake ninja-build g++ make pkg-config libxml2-dev libgmime-3.0-dev
+  libcli11-dev libfmt-dev nlohmann-json3-dev libedit-dev
+)
 packages=(
-  cmake ninja-build g++ make pkg-config clang libclang-rt-14-dev
-  googletest libgtest-dev libgmock-dev libbenchmark-dev libxml2-dev libgmime-3.0-dev
-  libcli11-dev libfmt-dev nlohmann-json3-dev libedit-dev tmux python3 python3-jsonschema
+  "${native[@]}" clang libclang-rt-14-dev
+  googletest libgtest-dev libgmock-dev libbenchmark-dev tmux python3 python3-jsonschema
   g++-mingw-w64-x86-64 g++-mingw-w64-i686 mingw-w64-tools
   libwine-dev wine wine64
 )
+# T4_NATIVE_ONLY=1: only what the native library and the tandrel4 program
+# need to build (the README's first command).
+if [ "${T4_NATIVE_ONLY:-0}" = "1" ]; then
+  packages=("${native[@]}")
+  T4_TRY_WINE32=0
+fi
 
 as_root() { if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi; }
 
