@@ -14,8 +14,12 @@
 // instead of a new one (the save benchmarks change its messages).
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -275,9 +279,51 @@ void BM_ProfileSave_Model(benchmark::State& state) {
   app->Terminate();
 }
 
+// The tandrel4 program's "categories" from its start to the printed table,
+// against ReadItems alone in this process, run in turn. Reports the
+// program's peak memory.
+void BM_CliCategories(benchmark::State& state) {
+  UseProfilePorts();
+  const std::string profile = Profile().string();
+  TheFolders();  // listed once, outside the timing
+  double cli = 0;
+  double read = 0;
+  long peakKb = 0;
+  for (auto _ : state) {
+    auto app = OpenApplication();
+    read += Timed(state, [&] { app->ReadItems(TheFolders().list); });
+    app->Terminate();
+    const auto start = std::chrono::steady_clock::now();
+    const pid_t child = ::fork();
+    if (child == 0) {
+      const int null = ::open("/dev/null", O_WRONLY);
+      ::dup2(null, 1);
+      ::dup2(null, 2);
+      ::execl(T4_CLI_PATH, "tandrel4", "--profile", profile.c_str(), "--no-progress", "categories",
+              static_cast<char*>(nullptr));
+      ::_exit(127);
+    }
+    int status = 0;
+    struct rusage usage {};
+    ::wait4(child, &status, 0, &usage);
+    const double ms =
+        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) state.SkipWithError("tandrel4 failed");
+    cli += ms;
+    peakKb = std::max(peakKb, usage.ru_maxrss);
+    state.SetIterationTime(ms / 1e3);
+  }
+  const double n = static_cast<double>(state.iterations());
+  state.counters["cli_ms"] = cli / n;
+  state.counters["readitems_ms"] = read / n;
+  state.counters["x_readitems"] = read > 0 ? cli / read : 0;
+  state.counters["peak_rss_mb"] = static_cast<double>(peakKb) / 1024.0;
+}
+
 }  // namespace
 
 BENCHMARK(BM_ProfileReadItems_Floor)->Iterations(3)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ProfileReadItems_Model)->Iterations(3)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CliCategories)->Iterations(3)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ProfileSave_Floor)->Iterations(2)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ProfileSave_Model)->Iterations(2)->UseManualTime()->Unit(benchmark::kMillisecond);
