@@ -208,5 +208,16 @@ for delay in $delays; do
 done
 echo "killed saves: $killed_mid of 6 stopped half-way through the messages (a whole run: $whole s, a read: $read_time s)"
 
+# The bash completion offers the commands, the options of a command and
+# the values of an option.
+complete_words() {  # complete_words WORD...: what completing the last word offers
+  bash -c 'shopt -s extglob; source tools/tandrel4/tandrel4.bash-completion
+    COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _tandrel4; echo "${COMPREPLY[*]}"' _ "$@"
+}
+[ "$(complete_words tandrel4 ca)" = "categories" ] && ok || bad "completion of a command: $(complete_words tandrel4 ca)"
+case " $(complete_words tandrel4 --profile /tmp categories --m) " in *" --members "*"--masterlist "* | *" --min-categories "*) ok ;; *) bad "completion of a command's options: $(complete_words tandrel4 --profile /tmp categories --m)" ;; esac
+[ "$(complete_words tandrel4 categories --members w)" = "with without" ] && ok || bad "completion of an option's value"
+[ "$(complete_words tandrel4 master Rot o)" = "on off" ] && ok || bad "completion of master's state"
+
 echo "cli: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]
