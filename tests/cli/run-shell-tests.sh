@@ -99,5 +99,27 @@ step "Ctrl-C leaves the shell running" "status" 'unsaved changes: no'
 step "quit without changes" "quit" 'SHELL-EXIT=0'
 if [ -s "$work/.tandrel4_history" ]; then ok; else bad "no history file was written"; fi
 
+# On a colour terminal the categories table shows a swatch beside each
+# colour name; with NO_COLOR, or into a pipe, the name alone.
+"$gen" --out "$work/p12" --seed 5 --stores 1 --folders 1 --messages 50 --version 12.0.0.6423 >/dev/null
+tmux -L "$server" kill-server 2>/dev/null
+cat >"$work/pane.sh" <<PANE
+COLORTERM=truecolor LC_ALL=C.UTF-8 '$t4' --profile '$work/p12' categories
+echo "TABLE-DONE"
+NO_COLOR=1 LC_ALL=C.UTF-8 '$t4' --profile '$work/p12' --no-progress categories
+echo "PLAIN-DONE"
+sleep 60
+PANE
+tmux -L "$server" new-session -d -s t4 -x 180 -y 80 "bash '$work/pane.sh'"
+if wait_for '^PLAIN-DONE' 30; then ok; else bad "the categories table did not finish on a terminal"; fi
+colored=$(tmux -L "$server" capture-pane -p -e -t t4 -S -200)
+# Red is 214,37,46 as a 24-bit background, then the name.
+if echo "$colored" | grep -q $'\e\[48;2;214;37;46m'; then ok; else bad "no 24-bit swatch for Red on a colour terminal"; fi
+plain_part=$(echo "$colored" | sed -n '/^TABLE-DONE/,/^PLAIN-DONE/p')
+if echo "$plain_part" | grep -q 'Red' && ! echo "$plain_part" | grep -q $'\e\[48'; then ok; else bad "NO_COLOR still shows swatches"; fi
+if "$t4" --profile "$work/p12" --no-progress categories | grep -q $'\e\['; then bad "a pipe gets escape sequences"; else ok; fi
+# The progress bar on a terminal ends in the summary line.
+if echo "$colored" | grep -qE '^read [0-9]+ items from [0-9]+ folders in'; then ok; else bad "no progress summary on the terminal"; fi
+
 echo "shell: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]
