@@ -123,4 +123,25 @@ class ExchangeTest : public SessionFixture {
 
 using Lines = std::vector<std::string>;
 
+// The text without the line breaks and indentation a DOM may put between
+// tags (Wine's MSXML indents; the layout is the DOM's, not the library's).
+inline std::string WithoutLayout(const std::string& xml) {
+  std::string out;
+  for (size_t i = 0; i < xml.size(); ++i) {
+    const char c = xml[i];
+    if ((c == '\r' || c == '\n' || c == '\t' || c == ' ') && !out.empty() && out.back() == '>') {
+      size_t j = i;
+      while (j < xml.size() &&
+             (xml[j] == '\r' || xml[j] == '\n' || xml[j] == '\t' || xml[j] == ' '))
+        ++j;
+      if (j == xml.size() || xml[j] == '<') {
+        i = j - 1;
+        continue;
+      }
+    }
+    out += c;
+  }
+  return out;
+}
+
 }  // namespace t4::test

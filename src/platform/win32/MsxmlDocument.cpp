@@ -3,6 +3,7 @@
 #include <objbase.h>
 
 #include "platform/win32/MsxmlNode.h"
+#include "support/Error.h"
 #include "support/RunTimeError.h"
 #include "support/TextCase.h"
 

@@ -1,8 +1,9 @@
 #include "platform/win32/Win32Clock.h"
 #include "platform/common/DefaultPorts.h"
 
-#include <oleauto.h>
 #include <windows.h>
+// After windows.h, which it needs.
+#include <oleauto.h>
 
 namespace t4 {
 
