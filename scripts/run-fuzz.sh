@@ -10,7 +10,8 @@ cd "$(dirname "$0")/.."
 seconds=${FUZZ_SECONDS:-30}
 jobs=${FUZZ_JOBS:-2}
 build=build/fuzz
-targets=(message_headers_fuzz ini_file_fuzz registry_script_fuzz masterlist_value_fuzz xml_store_fuzz utf_fuzz)
+targets=(message_headers_fuzz ini_file_fuzz registry_script_fuzz masterlist_value_fuzz xml_store_fuzz utf_fuzz
+         txt_import_fuzz csv_import_fuzz reg_import_fuzz xml_import_fuzz)
 
 if ! command -v clang++ >/dev/null; then
   echo "clang++ is missing"

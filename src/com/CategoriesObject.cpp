@@ -160,12 +160,12 @@ HRESULT CategoriesObject::Delete(VARIANT Index) noexcept {
   });
 }
 
-HRESULT CategoriesObject::ExportMasterlist(BSTR) noexcept {
-  return NotImplemented(kItf, u"Categories.ExportMasterlist");
+HRESULT CategoriesObject::ExportMasterlist(BSTR File) noexcept {
+  return Boundary(kItf, [&] { core_->ExportMasterlist(FromBstr(File)); });
 }
 
-HRESULT CategoriesObject::ImportMasterlist(BSTR) noexcept {
-  return NotImplemented(kItf, u"Categories.ImportMasterlist");
+HRESULT CategoriesObject::ImportMasterlist(BSTR File) noexcept {
+  return Boundary(kItf, [&] { core_->ImportMasterlist(FromBstr(File)); });
 }
 
 HRESULT CategoriesObject::get_Item(VARIANT Index, VARIANT IgnoreFilter,

@@ -37,6 +37,12 @@ class ApplicationContext {
   // the running Outlook has none or they could not be had.
   virtual std::shared_ptr<IRulesReader> RulesReader() const = 0;
   virtual std::shared_ptr<ICategoryRules> CategoryRules() const = 0;
+  // Groups the edits that follow into one undo step (on), or ends the group.
+  virtual void SetBatchMode(bool on) = 0;
+  // Runs the import and export dispatcher (a layer above the model) for
+  // `categories`: imports `file` into it, or exports it to `file`.
+  virtual void ExchangeMasterlist(t4::Categories& categories, const std::u16string& file,
+                                  bool import) = 0;
 };
 
 }  // namespace t4

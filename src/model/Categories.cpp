@@ -143,6 +143,31 @@ std::shared_ptr<Category> Categories::Add(std::u16string& name, bool inMasterlis
   });
 }
 
+void Categories::ExportMasterlist(const std::u16string& file) {
+  Frame(u"Categories", u"ExportMasterlist", [&] {
+    auto app = RunTimeError::Require(Parent());
+    app->ExchangeMasterlist(*this, file, false);
+  });
+}
+
+void Categories::ImportMasterlist(const std::u16string& file) {
+  Frame(u"Categories", u"ImportMasterlist", [&] {
+    auto app = RunTimeError::Require(Parent());
+    app->SetBatchMode(true);
+    importing_ = true;
+    // Both go off again however the import ends, before its error leaves.
+    struct Finish {
+      ApplicationContext& app;
+      bool& importing;
+      ~Finish() {
+        Attempt([&] { app.SetBatchMode(false); });
+        importing = false;
+      }
+    } finish{*app, importing_};
+    app->ExchangeMasterlist(*this, file, true);
+  });
+}
+
 void Categories::Delete(const ItemIndex& index) {
   std::shared_ptr<Category> category;
   Attempt([&] { category = index.In(categories_); });

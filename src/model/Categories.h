@@ -50,6 +50,12 @@ class Categories : public IChild, public std::enable_shared_from_this<Categories
   int32_t CountFilteredMember() const;
   int32_t CountWithoutDefault(bool ignoreFilter = false) const;
   std::shared_ptr<Category> DefaultCategory(bool ignoreFilter = false) const;
+  // Writes every category but the default one to `file` ("txt", "csv" or
+  // "xml").
+  void ExportMasterlist(const std::u16string& file);
+  // Merges the categories of `file` ("txt", "csv", "reg" or "xml") as one
+  // undo step, names taken as they are (no transliteration).
+  void ImportMasterlist(const std::u16string& file);
   // Deletes the category at `index` (position or key, filter not
   // consulted); an unknown index does nothing.
   void Delete(const ItemIndex& index);

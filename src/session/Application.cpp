@@ -1,5 +1,6 @@
 #include "session/Application.h"
 
+#include "exchange/CatsExternBase.h"
 #include "journal/Replay.h"
 #include "masterlist/Masterlist00.h"
 #include "masterlist/Masterlist02.h"
@@ -17,6 +18,7 @@
 #include "support/Attempt.h"
 #include "support/ClientVersion.h"
 #include "support/ErrorFrame.h"
+#include "support/HandleTable.h"
 #include "support/Ports.h"
 #include "support/RunTimeError.h"
 
@@ -158,6 +160,21 @@ std::shared_ptr<IMasterlist> Application::MasterlistStore() {
     }
     default:
       return nullptr;
+  }
+}
+
+void Application::ExchangeMasterlist(t4::Categories& categories, const std::u16string& file,
+                                     bool import) {
+  std::weak_ptr<Application> self = weak_from_this();
+  auto dispatcher = std::make_shared<CatsExternBase>([self]() -> std::shared_ptr<IMasterlist> {
+    auto app = self.lock();
+    return app ? app->MasterlistStore() : nullptr;
+  });
+  dispatcher->Init(HandleTable::HandleOf<ApplicationContext>(shared_from_this()));
+  if (import) {
+    dispatcher->ImportMasterlist(categories, file);
+  } else {
+    dispatcher->ExportMasterlist(categories, file);
   }
 }
 

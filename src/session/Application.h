@@ -45,7 +45,7 @@ class Application : public ILanguage,
 
   // Public members.
   bool BatchMode() const;
-  void SetBatchMode(bool on);
+  void SetBatchMode(bool on) override;
   std::shared_ptr<t4::Categories> Categories() const override { return categories_; }
   // Categories.Changed or OutlookItems.Changed.
   bool Changed() const;
@@ -114,6 +114,10 @@ class Application : public ILanguage,
   // A new master-list store for the running Outlook version; null for a
   // version the library does not support.
   std::shared_ptr<IMasterlist> MasterlistStore();
+  // Runs a CatsExternBase for the collection, the registry format getting
+  // its store from MasterlistStore.
+  void ExchangeMasterlist(t4::Categories& categories, const std::u16string& file,
+                          bool import) override;
 
   void Construct();
   void Logon();

@@ -21,6 +21,9 @@ class IMapiUtils {
   virtual std::u16string HrArrToString(const std::string& bytes) = 0;
   // One property of `object` ("HrGetOneProp"); throws when it has none.
   virtual MapiValue HrGetOneProp(IMapiProp& object, uint32_t propTag) = 0;
+  // A local date and time as universal time, both OLE dates
+  // ("HrLocalToGMT"), by the system's time zone rules for that date.
+  virtual double HrLocalToGMT(double localDate) = 0;
 };
 
 }  // namespace t4

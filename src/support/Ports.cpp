@@ -43,6 +43,8 @@ std::shared_ptr<IRegistryAccess> registry;
 std::shared_ptr<IMapiLibrary> mapi;
 std::shared_ptr<IRulesLibrary> rules;
 std::shared_ptr<IMessagePump> pump;
+std::shared_ptr<IClock> clock;
+std::shared_ptr<IXmlLibrary> xml;
 
 }  // namespace
 
@@ -75,6 +77,12 @@ IRulesLibrary& Ports::Rules() {
 IMessagePump& Ports::Pump() {
   return Get(pump, &PlatformPorts::pump);
 }
+IClock& Ports::Clock() {
+  return Get(clock, &PlatformPorts::clock);
+}
+IXmlLibrary& Ports::Xml() {
+  return Get(xml, &PlatformPorts::xml);
+}
 
 void Ports::SetShell(std::shared_ptr<IShellPort> port) {
   Put(shell, std::move(port));
@@ -96,6 +104,12 @@ void Ports::SetRules(std::shared_ptr<IRulesLibrary> port) {
 }
 void Ports::SetPump(std::shared_ptr<IMessagePump> port) {
   Put(pump, std::move(port));
+}
+void Ports::SetClock(std::shared_ptr<IClock> port) {
+  Put(clock, std::move(port));
+}
+void Ports::SetXml(std::shared_ptr<IXmlLibrary> port) {
+  Put(xml, std::move(port));
 }
 
 }  // namespace t4

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "support/IClock.h"
 #include "support/IFileHelper.h"
 #include "support/IMapiLibrary.h"
 #include "support/IMessagePump.h"
@@ -10,6 +11,7 @@
 #include "support/IRulesLibrary.h"
 #include "support/IShellPort.h"
 #include "support/IStringResources.h"
+#include "support/IXmlLibrary.h"
 
 namespace t4 {
 
@@ -24,6 +26,8 @@ struct PlatformPorts {
   std::function<std::shared_ptr<IMapiLibrary>()> mapi;
   std::function<std::shared_ptr<IRulesLibrary>()> rules;
   std::function<std::shared_ptr<IMessagePump>()> pump;
+  std::function<std::shared_ptr<IClock>()> clock;
+  std::function<std::shared_ptr<IXmlLibrary>()> xml;
 };
 
 // Where the core finds its ports. A port is the one put in with its setter,
@@ -45,6 +49,8 @@ class Ports {
   static IMapiLibrary& Mapi();
   static IRulesLibrary& Rules();
   static IMessagePump& Pump();
+  static IClock& Clock();
+  static IXmlLibrary& Xml();
 
   static void SetShell(std::shared_ptr<IShellPort> port);
   static void SetFiles(std::shared_ptr<IFileHelper> port);
@@ -53,6 +59,8 @@ class Ports {
   static void SetMapi(std::shared_ptr<IMapiLibrary> port);
   static void SetRules(std::shared_ptr<IRulesLibrary> port);
   static void SetPump(std::shared_ptr<IMessagePump> port);
+  static void SetClock(std::shared_ptr<IClock> port);
+  static void SetXml(std::shared_ptr<IXmlLibrary> port);
 };
 
 }  // namespace t4

@@ -375,6 +375,11 @@ class Utils : public IMapiUtils {
     if (!holder || !s.additionalRenEntryIds) throw Error(MemoryMailbox::kNotFound, u"no property");
     return MapiValue::BinaryArray(*s.additionalRenEntryIds);
   }
+  // Local time is universal time plus one hour.
+  double HrLocalToGMT(double localDate) override {
+    box_->Call("HrLocalToGMT");
+    return localDate - 1.0 / 24;
+  }
   const std::u16string& Word() const { return word_; }
 
  private:

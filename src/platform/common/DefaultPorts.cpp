@@ -11,6 +11,8 @@ PlatformPorts DefaultPorts() {
   ports.mapi = CreatePlatformMapiLibrary;
   ports.rules = CreatePlatformRulesLibrary;
   ports.pump = CreatePlatformMessagePump;
+  ports.clock = CreatePlatformClock;
+  ports.xml = CreatePlatformXmlLibrary;
   return ports;
 }
 

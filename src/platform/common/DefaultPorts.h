@@ -15,6 +15,8 @@ std::shared_ptr<IRegistryAccess> CreatePlatformRegistry();
 std::shared_ptr<IMapiLibrary> CreatePlatformMapiLibrary();
 std::shared_ptr<IRulesLibrary> CreatePlatformRulesLibrary();
 std::shared_ptr<IMessagePump> CreatePlatformMessagePump();
+std::shared_ptr<IClock> CreatePlatformClock();
+std::shared_ptr<IXmlLibrary> CreatePlatformXmlLibrary();
 
 namespace platform {
 

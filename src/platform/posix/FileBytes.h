@@ -16,6 +16,10 @@ class FileBytes {
   // unspecified. `info`, when given, receives the open file's status.
   static int Read(const std::filesystem::path& path, std::string& bytes,
                   struct stat* info = nullptr);
+  // The same for a file the user names, which may be anything: more than
+  // `limit` bytes gives EFBIG with `bytes` empty, the read stopping one
+  // byte past the limit (a device that never ends costs no more).
+  static int ReadAtMost(const std::filesystem::path& path, size_t limit, std::string& bytes);
   // The file's bytes; empty when it is missing or cannot be read (a
   // missing settings file means its defaults).
   static std::string ReadOrEmpty(const std::filesystem::path& path);

@@ -1,6 +1,10 @@
 #include "platform/posix/MaildirUtils.h"
 
 #include "platform/posix/MaildirEntryId.h"
+
+#include <cmath>
+#include <ctime>
+
 #include "platform/posix/MaildirFolder.h"
 #include "platform/posix/MaildirStore.h"
 #include "platform/posix/MapiError.h"
@@ -12,6 +16,22 @@ namespace t4::posix {
 namespace {
 
 constexpr char16_t kPublicStrings[] = u"{00020329-0000-0000-C000-000000000046}";
+constexpr double kUnixEpochAsOleDate = 25569.0;  // 1970-01-01 in days since 1899-12-30
+constexpr double kSecondsPerDay = 86400.0;
+
+// OLE dates before 1899-12-30 count the day backwards but the time of day
+// forwards (-1.25 is 1899-12-29 06:00); these two give and take a plain
+// count of days.
+double LinearFromOle(double date) {
+  if (date >= 0) return date;
+  const double days = std::trunc(date);
+  return days + (days - date);
+}
+double OleFromLinear(double linear) {
+  if (linear >= 0) return linear;
+  const double days = std::floor(linear);
+  return days - (linear - days);
+}
 
 MaildirFolder& FolderOf(IMapiProp& object) {
   auto* folder = dynamic_cast<MaildirFolder*>(&object);
@@ -49,6 +69,25 @@ int32_t MaildirUtils::GetIDsFromNames(IMapiProp& object, const std::u16string& g
 
 std::u16string MaildirUtils::HrArrToString(const std::string& bytes) {
   return HexCodec::Encode(bytes);
+}
+
+double MaildirUtils::HrLocalToGMT(double localDate) {
+  // The local wall-clock time read as if it were universal time gives its
+  // fields; mktime then applies the C library's time zone rules (TZ, the
+  // daylight saving time of that date) to find the real instant.
+  const double local = (LinearFromOle(localDate) - kUnixEpochAsOleDate) * kSecondsPerDay;
+  const double whole = std::floor(local);
+  if (!std::isfinite(whole) || whole < -1e15 || whole > 1e15) return localDate;
+  const auto seconds = static_cast<time_t>(whole);
+  std::tm fields{};
+  if (::gmtime_r(&seconds, &fields) == nullptr) return localDate;
+  fields.tm_isdst = -1;
+  const time_t universal = ::mktime(&fields);
+  if (universal == static_cast<time_t>(-1) && !(fields.tm_year == 69 && fields.tm_mon == 11))
+    return localDate;
+  const double linear =
+      (static_cast<double>(universal) + (local - whole)) / kSecondsPerDay + kUnixEpochAsOleDate;
+  return OleFromLinear(linear);
 }
 
 MapiValue MaildirUtils::HrGetOneProp(IMapiProp& object, uint32_t propTag) {

@@ -24,6 +24,10 @@ class MaildirUtils : public IMapiUtils {
   std::u16string HrArrToString(const std::string& bytes) override;
   // Raises MAPI_E_NOT_FOUND for a property the object does not have.
   MapiValue HrGetOneProp(IMapiProp& object, uint32_t propTag) override;
+  // By the C library's time zone rules (TZ); a local time that a change to
+  // daylight saving time skips is taken as mktime takes it. A date beyond
+  // what the C library can convert comes back unchanged.
+  double HrLocalToGMT(double localDate) override;
 };
 
 }  // namespace t4::posix

@@ -24,4 +24,9 @@ MapiValue DispatchMapiUtils::HrGetOneProp(IMapiProp& object, uint32_t propTag) {
   return MapiValueReader::Read(value.Raw(), propTag);
 }
 
+double DispatchMapiUtils::HrLocalToGMT(double localDate) {
+  Variant args[] = {Variant::Date(localDate)};
+  return utils_.Get(u"HrLocalToGMT", args).ToDate();
+}
+
 }  // namespace t4::win32

@@ -7,7 +7,7 @@ namespace t4::win32 {
 
 // The utilities object of the MAPI library ("dimdo.sfUtils"), late bound:
 // GetIDsFromNames(MAPIProp, GUID, ID, bCreate), HrArrToString(Value),
-// HrGetOneProp(MAPIProp, PropTag). Raw objects go out as they came from
+// HrGetOneProp(MAPIProp, PropTag), HrLocalToGMT(Value). Raw objects go out as they came from
 // the library; binary data as a Byte array.
 class DispatchMapiUtils : public IMapiUtils {
  public:
@@ -17,6 +17,7 @@ class DispatchMapiUtils : public IMapiUtils {
                           bool create) override;
   std::u16string HrArrToString(const std::string& bytes) override;
   MapiValue HrGetOneProp(IMapiProp& object, uint32_t propTag) override;
+  double HrLocalToGMT(double localDate) override;
 
  private:
   Dispatcher utils_;

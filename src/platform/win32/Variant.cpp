@@ -128,6 +128,13 @@ Variant Variant::Long(int32_t value) {
   return v;
 }
 
+Variant Variant::Date(double oleDate) {
+  Variant v;
+  V_VT(&v.value_) = VT_DATE;
+  V_DATE(&v.value_) = oleDate;
+  return v;
+}
+
 Variant Variant::Bool(bool value) {
   Variant v;
   V_VT(&v.value_) = VT_BOOL;
@@ -216,6 +223,11 @@ std::u16string Variant::ToText() const {
 
 int32_t Variant::ToLong() const {
   return VariantCoercion::Long(value_);
+}
+
+double Variant::ToDate() const {
+  const Variant date = VariantCoercion::To(value_, VT_DATE);
+  return V_DATE(&date.Raw());
 }
 
 bool Variant::ToBool() const {

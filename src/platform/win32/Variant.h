@@ -35,6 +35,8 @@ class Variant {
   static Variant Text(std::u16string_view text);
   static Variant Long(int32_t value);
   static Variant Bool(bool value);
+  // VT_DATE: an OLE date.
+  static Variant Date(double oleDate);
   // Holds `object` (an empty ComPtr gives Nothing).
   static Variant Object(ComPtr<IDispatch> object);
   // An optional argument left out: VT_ERROR with DISP_E_PARAMNOTFOUND.
@@ -59,6 +61,8 @@ class Variant {
   std::u16string ToText() const;
   int32_t ToLong() const;
   bool ToBool() const;
+  // The value as an OLE date (VT_DATE coercion).
+  double ToDate() const;
   ComPtr<IDispatch> ToObject() const;
   // A one-dimensional SAFEARRAY of VARIANT or BSTR (any lower bound) as
   // texts; Empty, Null and "" as no text, any other single value as one.

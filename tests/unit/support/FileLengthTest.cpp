@@ -21,6 +21,10 @@ class FixedLengthFiles : public IFileHelper {
     if (fails_) throw std::runtime_error("no file system");
     return length_;
   }
+  bool ReadBytes(const std::u16string&, size_t, std::string&) override { return false; }
+  bool FolderExists(const std::u16string&) override { return false; }
+  void CreateFolder(const std::u16string&) override {}
+  void WriteBytes(const std::u16string&, std::string_view) override {}
 
  private:
   int64_t length_;

@@ -20,19 +20,6 @@ namespace t4test {
 
 namespace {
 
-// Checks a vtable call that must answer E_NOTIMPL with its error info.
-void CheckPending(HRESULT hr, const std::string& member, const IID& iid) {
-  const std::string name = "pending " + member;
-  if (!TestLog::CheckHr(hr, E_NOTIMPL, name + " returns E_NOTIMPL")) return;
-  const ErrorInfoFields info = TakeErrorInfo();
-  const std::wstring expected =
-      L"Not implemented yet: " + std::wstring(member.begin(), member.end());
-  TestLog::Check(info.present && info.description == expected, name + " error description",
-                 "got \"" + TestLog::Utf8(info.description) + "\"");
-  TestLog::Check(info.present && info.source == L"Tandrel4" && IsEqualGUID(info.guid, iid),
-                 name + " error source and interface");
-}
-
 std::wstring Joined(const std::vector<std::wstring>& events) {
   std::wstring out;
   for (const auto& e : events) out += (out.empty() ? L"" : L" | ") + e;
@@ -47,22 +34,65 @@ void CheckEvents(t4test::EventRecorder& sink, const std::vector<std::wstring>& e
 
 }  // namespace
 
-void TestPendingMembers() {
-  _Application* app = NewApplicationOrFail("pending members");
+void TestImportEvents() {
+  _Application* app = NewApplicationOrFail("import events");
   if (app == nullptr) return;
-  _Categories* categories = nullptr;
-  if (SUCCEEDED(app->get_Categories(&categories)) && categories != nullptr) {
-    BSTR file = ::SysAllocString(L"C:\\t4tests\\list.txt");
-    CheckPending(categories->ExportMasterlist(file), "Categories.ExportMasterlist",
-                 IID__Categories);
-    CheckPending(categories->ImportMasterlist(file), "Categories.ImportMasterlist",
-                 IID__Categories);
-    ::SysFreeString(file);
-    categories->Release();
-  } else {
-    TestLog::Fail("pending Categories members", "no Categories");
+  _Categories* cats = nullptr;
+  app->get_Categories(&cats);
+  IConnectionPointContainer* container = nullptr;
+  IConnectionPoint* point = nullptr;
+  if (cats != nullptr) {
+    cats->QueryInterface(IID_IConnectionPointContainer, reinterpret_cast<void**>(&container));
   }
-  TestLog::Check(app->Release() == 0, "pending members test object released to 0");
+  if (container != nullptr) container->FindConnectionPoint(DIID___Categories, &point);
+  if (point == nullptr) {
+    TestLog::Fail("import events", "no __Categories connection point");
+    if (container != nullptr) container->Release();
+    if (cats != nullptr) cats->Release();
+    app->Release();
+    return;
+  }
+  AddCategory(cats, L"", false)->Release();
+  _Category* work = AddCategory(cats, L"Work");
+  work->put_Color(1);
+  work->put_ShortCut(2);
+  // The file is written here, by the test: UTF-8 without a byte-order mark.
+  const wchar_t* path = L"C:\\t4tests\\import-events.txt";
+  HANDLE file = ::CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  const char text[] = "Work;1;3;New;7;4";
+  DWORD written = 0;
+  ::WriteFile(file, text, sizeof text - 1, &written, nullptr);
+  ::CloseHandle(file);
+
+  t4test::EventRecorder sink;
+  DWORD cookie = 0;
+  point->Advise(&sink, &cookie);
+  BSTR name = ::SysAllocString(path);
+  TestLog::CheckHr(cats->ImportMasterlist(name), S_OK, "ImportMasterlist of a txt file");
+  ::SysFreeString(name);
+  CheckEvents(sink, {L"ItemChange Work", L"ItemAdd New"},
+              "an import raises ItemChange for a changed and ItemAdd for a new category");
+  VARIANT_BOOL batch = VARIANT_TRUE;
+  app->get_BatchMode(&batch);
+  TestLog::Check(batch == VARIANT_FALSE, "batch mode is off after the import");
+  app->Undo();
+  long shortCut = 0;
+  work->get_ShortCut(&shortCut);
+  VARIANT_BOOL exists = VARIANT_TRUE;
+  BSTR newName = ::SysAllocString(L"New");
+  VARIANT found;
+  ::VariantInit(&found);
+  cats->NameExist(newName, &found, &exists);
+  ::VariantClear(&found);
+  ::SysFreeString(newName);
+  TestLog::Check(shortCut == 2 && exists == VARIANT_FALSE, "one Undo takes the whole import back");
+  sink.events.clear();
+  point->Unadvise(cookie);
+  work->Release();
+  point->Release();
+  container->Release();
+  cats->Release();
+  TestLog::Check(app->Release() == 0, "import events test object released to 0");
 }
 
 void TestCategoriesEvents() {

@@ -2,8 +2,9 @@
 
 namespace t4test {
 
-// The Categories members still to come answer E_NOTIMPL with their name.
-void TestPendingMembers();
+// ImportMasterlist seen by a C++ host: ItemChange and ItemAdd through the
+// connection point, batch mode off afterwards, one Undo for the import.
+void TestImportEvents();
 
 // The __Categories events through the connection point, as a C++ host (or
 // VB's WithEvents) receives them: each edit's event, FireItemEvents, a sink

@@ -36,7 +36,7 @@ int wmain(int argc, wchar_t** argv) {
   t4test::TestApplicationIdentity();
   t4test::TestFolderDataIdentity();
   t4test::TestApplicationDispatch();
-  t4test::TestPendingMembers();
+  t4test::TestImportEvents();
   t4test::TestFolderData();
   t4test::TestTypeLibrary();
   t4test::TestApplicationConnectionPoint();

@@ -9,12 +9,13 @@ namespace t4standin {
 
 namespace {
 
-enum : DISPID { kGetIDsFromNames = 1, kHrArrToString, kHrGetOneProp };
+enum : DISPID { kGetIDsFromNames = 1, kHrArrToString, kHrGetOneProp, kHrLocalToGMT };
 
 constexpr DispatchMember kMembers[] = {
     {L"GetIDsFromNames", kGetIDsFromNames, kRead, 4, 4},
     {L"HrArrToString", kHrArrToString, kRead, 1, 1},
     {L"HrGetOneProp", kHrGetOneProp, kRead, 2, 2},
+    {L"HrLocalToGMT", kHrLocalToGMT, kRead, 1, 1},
 };
 
 constexpr wchar_t kPublicStrings[] = L"{00020329-0000-0000-C000-000000000046}";
@@ -36,6 +37,8 @@ HRESULT MapiUtilsObject::Call(DISPID id, Invocation& call) {
     }
     case kHrGetOneProp:
       return HrGetOneProp(call);
+    case kHrLocalToGMT:
+      return HrLocalToGMT(call);
     default:
       return DISP_E_MEMBERNOTFOUND;
   }
@@ -84,6 +87,27 @@ HRESULT MapiUtilsObject::HrGetOneProp(Invocation& call) {
   }
   if (FAILED(hr)) return hr;
   return call.ReturnVariant(&value);
+}
+
+// The date taken as local time of the system's time zone, as universal
+// time (by the rules in force on that date).
+HRESULT MapiUtilsObject::HrLocalToGMT(Invocation& call) {
+  VARIANT date;
+  ::VariantInit(&date);
+  if (FAILED(::VariantChangeType(&date, const_cast<VARIANT*>(call.Arg(0)), 0, VT_DATE)))
+    return call.BadArg(0, DISP_E_TYPEMISMATCH);
+  SYSTEMTIME local{};
+  SYSTEMTIME universal{};
+  if (!::VariantTimeToSystemTime(V_DATE(&date), &local) ||
+      !::TzSpecificLocalTimeToSystemTime(nullptr, &local, &universal)) {
+    return call.BadArg(0, DISP_E_OVERFLOW);
+  }
+  VARIANT result;
+  ::VariantInit(&result);
+  V_VT(&result) = VT_DATE;
+  if (!::SystemTimeToVariantTime(&universal, &V_DATE(&result)))
+    return call.BadArg(0, DISP_E_OVERFLOW);
+  return call.ReturnVariant(&result);
 }
 
 }  // namespace t4standin

@@ -10,7 +10,9 @@ namespace t4standin {
 // store that does not know it), HrArrToString(Value) (upper-case
 // hexadecimal text), HrGetOneProp(MAPIProp, PropTag) (PR_ENTRYID of a
 // folder or store; PR_ADDITIONAL_REN_ENTRYIDS of an Inbox or root folder:
-// five binaries, the junk folder's entry id fourth from zero).
+// five binaries, the junk folder's entry id fourth from zero),
+// HrLocalToGMT(Value) (a local date as universal time, by the system's
+// time zone).
 class MapiUtilsObject final : public DispatchObject {
  public:
   static IDispatch* Create() { return new MapiUtilsObject(); }
@@ -23,6 +25,7 @@ class MapiUtilsObject final : public DispatchObject {
 
   HRESULT GetIDsFromNames(Invocation& call);
   HRESULT HrGetOneProp(Invocation& call);
+  HRESULT HrLocalToGMT(Invocation& call);
 };
 
 }  // namespace t4standin

@@ -3,7 +3,7 @@
 ' the rules of the default store and their category arrays, the MAPI
 ' session with the counters the Application keeps, and the MAPI library over
 ' the test mailbox. Prints PASS/FAIL lines and a SUMMARY.
-Const EXPECTED_CHECKS = 130
+Const EXPECTED_CHECKS = 132
 
 ' Wine's VBScript has no Join.
 Function JoinArray(values)
@@ -307,6 +307,15 @@ Check Err.Number <> 0, "a table without an item refuses RowCount", Err.Number
 Err.Clear
 Check app.OpenTables = 0, "no table holds a raw table", app.OpenTables
 Check Not CreateObject("dimdo.sfUtils") Is Nothing, "CreateObject(""dimdo.sfUtils"")", Err.Description
+' The prefix's time zone: local and universal time differ by whole quarter
+' hours at most, and the answer is a date.
+Dim localNow, gmt, offset
+localNow = Now
+gmt = CreateObject("dimdo.sfUtils").HrLocalToGMT(localNow)
+Check Err.Number = 0 And VarType(gmt) = 7, "HrLocalToGMT answers a date", Err.Number & " " & VarType(gmt)
+Err.Clear
+offset = Round((CDbl(localNow) - CDbl(gmt)) * 24 * 60)
+Check Err.Number = 0 And Abs(offset) <= 14 * 60 And (offset Mod 15) = 0, "HrLocalToGMT moves by the time zone's offset", offset & " " & Err.Description
 Set mitem = Nothing
 Set mmessage = Nothing
 Set mstore = Nothing
