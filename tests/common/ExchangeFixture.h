@@ -2,6 +2,8 @@
 
 #ifdef _WIN32
 #include <objbase.h>
+#include "model/internal/CategoriesAccess.h"
+#include "session/internal/ApplicationAccess.h"
 #endif
 
 #include <memory>
@@ -89,7 +91,7 @@ class ExchangeTest : public SessionFixture {
   // Each category but the default one as "name colour shortcut".
   std::vector<std::string> Listing() const {
     std::vector<std::string> lines;
-    cats->All().ForEach([&](int32_t id, const std::shared_ptr<Category>& c) {
+    CategoriesAccess::All(*cats).ForEach([&](int32_t id, const std::shared_ptr<Category>& c) {
       if (id == 0) return;
       lines.push_back(Utf::ToUtf8(c->Name()) + " " + std::to_string(c->Color()) + " " +
                       std::to_string(c->ShortCut()));
@@ -103,15 +105,15 @@ class ExchangeTest : public SessionFixture {
     int32_t shortCut;
   };
   void ReadSeeds(std::initializer_list<Seed> seeds) {
-    cats->Clear();
-    cats->SetImporting(true);
-    cats->SetIsReading(true);
+    CategoriesAccess::Clear(*cats);
+    CategoriesAccess::SetImporting(*cats, true);
+    CategoriesAccess::SetIsReading(*cats, true);
     cats->Add(std::u16string(), false, u"", -2, -2);
     for (const Seed& s : seeds) cats->Add(std::u16string(s.name), true, u"", s.color, s.shortCut);
-    cats->SetIsReading(false);
-    cats->SetChanged(false);
-    cats->SetImporting(false);
-    app->Journal()->Clear();
+    CategoriesAccess::SetIsReading(*cats, false);
+    CategoriesAccess::SetChanged(*cats, false);
+    CategoriesAccess::SetImporting(*cats, false);
+    ApplicationAccess::Journal(*app)->Clear();
     log->events.clear();
   }
 

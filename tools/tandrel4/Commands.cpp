@@ -170,6 +170,21 @@ void Commands::RegisterEdits(CLI::App& app) {
 
   AddEdit(app, "adopt", "Put every category found on items into the master list",
           "Every category that items carry but the master list lacks is put into it.");
+
+  c = AddEdit(app, "import", "Merge the categories of a file into the master list",
+              "FILE is a .txt, .csv, .reg or .xml file (the extension in lower case names\n"
+              "the format). New names are added to the master list, known ones take the\n"
+              "file's colour and shortcut; nothing is deleted. One undo step.");
+  c->add_option("FILE", edit_.first, "The file")->required();
+
+  export_ = app.add_subcommand("export", "Write the master list to a file");
+  export_->add_option("FILE", exportFile_, "The file: .txt, .csv or .xml")->required();
+  export_->footer(
+      "Writes every category (also those only on items) with its colour and shortcut\n"
+      "to FILE in the format its extension names: .txt (one line, name;colour;shortcut;\n"
+      "...), .csv (one category a line) or .xml. Creates missing folders. Writes the\n"
+      "file at once: it changes nothing in the profile. (.reg files can only be\n"
+      "imported.)");
 }
 
 ExitStatus Commands::Run() {
@@ -183,6 +198,12 @@ ExitStatus Commands::Run() {
     if (command->parsed()) return RunShellCommand();
   }
   if (shell_ != nullptr && shell_->parsed()) return RunShell();
+  if (export_ != nullptr && export_->parsed()) {
+    Workspace& workspace = Open(true);
+    const std::string done = Editor(workspace).Export(exportFile_);
+    Emit({{"command", "export"}, {"done", done}, {"file", exportFile_}}, done + "\n");
+    return ExitStatus::kOk;
+  }
   throw CliError(ExitStatus::kUsage, "no command given (see --help)");
 }
 
@@ -296,6 +317,7 @@ ExitStatus Commands::RunEdit() {
   if (command == "unassign") done = editor.Unassign(edit_.first, edit_.selection);
   if (command == "move") done = editor.Move(edit_.first, edit_.second, edit_.selection);
   if (command == "adopt") done = editor.Adopt();
+  if (command == "import") done = editor.Import(edit_.first);
 
   nlohmann::json json{{"command", command}, {"done", done}, {"saved", false}};
   std::string text = done + "\n";

@@ -89,6 +89,8 @@ class Commands {
   std::vector<CLI::App*> shellCommands_;  // undo, redo, batch, status, save
   std::string batchState_;
   CLI::App* shell_ = nullptr;
+  CLI::App* export_ = nullptr;
+  std::string exportFile_;
   CLI::App* app_ = nullptr;
   CLI::App* folders_ = nullptr;
   CLI::App* categories_ = nullptr;

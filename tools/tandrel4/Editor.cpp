@@ -224,3 +224,22 @@ std::string Editor::Adopt() {
 }
 
 }  // namespace t4::cli
+
+namespace t4::cli {
+
+std::string Editor::Export(const std::string& file) {
+  auto& categories = *workspace_.App().Categories();
+  categories.ExportMasterlist(Utf::FromUtf8(file));
+  return fmt::format("exported {} categories to {}", categories.CountWithoutDefault(true), file);
+}
+
+std::string Editor::Import(const std::string& file) {
+  auto& categories = *workspace_.App().Categories();
+  const int32_t before = categories.CountWithoutDefault(true);
+  // The library makes an import one undo step itself.
+  categories.ImportMasterlist(Utf::FromUtf8(file));
+  const int32_t added = categories.CountWithoutDefault(true) - before;
+  return fmt::format("imported {}: {} new categor{}", file, added, added == 1 ? "y" : "ies");
+}
+
+}  // namespace t4::cli

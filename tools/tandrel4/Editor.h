@@ -44,6 +44,13 @@ class Editor {
   std::string Move(const std::string& from, const std::string& to, const ItemSelection& selection);
   // Puts every category that items carry but the master list lacks into it.
   std::string Adopt();
+  // Writes every category but the no-category entry to `file`, in the
+  // format its extension names (txt, csv, xml). Writes the file at once:
+  // it is no change of the profile.
+  std::string Export(const std::string& file);
+  // Merges the categories of `file` (txt, csv, reg, xml) into the
+  // collection, as one undo step.
+  std::string Import(const std::string& file);
 
   // The category called `name` (letter case ignored); CliError when none.
   std::shared_ptr<Category> Find(const std::string& name) const;

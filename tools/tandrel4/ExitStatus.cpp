@@ -8,6 +8,7 @@ ExitStatus StatusForError(int32_t number) {
   switch (number) {
     case cmItemNotFound:
     case 53:  // file not found
+    case 75:  // a file that is missing or cannot be reached
     case 76:  // path not found
       return ExitStatus::kNotFound;
     case cmFileTypeNotSupported:

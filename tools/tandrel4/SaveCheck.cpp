@@ -107,7 +107,11 @@ std::vector<std::string> SaveCheck::Compare(Workspace& fresh) const {
       differences.push_back(fmt::format("the master list lacks \"{}\"", name));
       continue;
     }
-    if (keepsLooks_ && (found->Color() != entry.color || found->ShortCut() != entry.shortCut)) {
+    // -2 means "not known": the list writes some value for it, which is
+    // as good as any.
+    const bool colorDiffers = entry.color != -2 && found->Color() != entry.color;
+    const bool shortCutDiffers = entry.shortCut != -2 && found->ShortCut() != entry.shortCut;
+    if (keepsLooks_ && (colorDiffers || shortCutDiffers)) {
       differences.push_back(
           fmt::format("\"{}\" reads back with colour {} and shortcut {}, not {} and {}", name,
                       found->Color(), found->ShortCut(), entry.color, entry.shortCut));

@@ -1,4 +1,6 @@
 #include "exchange/CatsExternBase.h"
+#include "model/internal/CategoriesAccess.h"
+#include "session/internal/ApplicationAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -127,8 +129,8 @@ TEST_F(CatsExternBaseTest, AMissingFileIsTheFileHelpersErrorAndChangesNothing) {
   }
   EXPECT_EQ(Listing(), Lines{"Red 1 0"});
   EXPECT_FALSE(app->BatchMode());
-  EXPECT_FALSE(cats->Importing());
-  EXPECT_EQ(app->Journal()->Count(), 0);
+  EXPECT_FALSE(CategoriesAccess::Importing(*cats));
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 0);
 }
 
 TEST_F(CatsExternBaseTest, TheListIsReadAsNamesOrAsTriples) {
@@ -194,9 +196,9 @@ TEST_F(CatsExternBaseTest, AnImportIsOneUndoStep) {
   ReadSeeds({{u"Red", 1, 0}});
   Put(u"list.txt", u"Red;5;1;Blue;7;2;Green;3;3");
   cats->ImportMasterlist(u"list.txt");
-  EXPECT_EQ(app->Journal()->Count(), 1);
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 1);
   EXPECT_FALSE(app->BatchMode());
-  EXPECT_FALSE(cats->Importing());
+  EXPECT_FALSE(CategoriesAccess::Importing(*cats));
   app->Undo();
   EXPECT_EQ(Listing(), Lines{"Red 1 0"});
   app->Redo();
@@ -228,8 +230,8 @@ TEST_F(CatsExternBaseTest, AFailedMergeKeepsWhatWasMergedBefore) {
   }
   EXPECT_EQ(Listing(), (Lines{"Red 1 0", "Blue 7 2"}));
   EXPECT_FALSE(app->BatchMode());
-  EXPECT_FALSE(cats->Importing());
-  EXPECT_EQ(app->Journal()->Count(), 1);
+  EXPECT_FALSE(CategoriesAccess::Importing(*cats));
+  EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 1);
   app->Undo();
   EXPECT_EQ(Listing(), Lines{"Red 1 0"});
 }
@@ -240,7 +242,7 @@ TEST_F(CatsExternBaseTest, ATerminatedApplicationHasNoDispatcher) {
             RunTimeError::kObjectVariableNotSet);
   EXPECT_EQ(NumberOf([&] { orphan->ImportMasterlist(u"list.txt"); }),
             RunTimeError::kObjectVariableNotSet);
-  EXPECT_FALSE(orphan->Importing());
+  EXPECT_FALSE(CategoriesAccess::Importing(*orphan));
 }
 
 TEST_F(CatsExternBaseTest, IsNumericTakesWhatVisualBasicTakes) {

@@ -1,4 +1,5 @@
 #include "exchange/CatsExternReg.h"
+#include "session/internal/ApplicationAccess.h"
 
 #include <gtest/gtest.h>
 
@@ -131,7 +132,7 @@ TEST_F(CatsExternRegTest, HexTheInverseConversionCannotReadFailsAndChangesNothin
     Put(u"list.reg", u"\"Masterlist\"=hex:" + c.data);
     EXPECT_EQ(NumberOf([&] { cats->ImportMasterlist(u"list.reg"); }), c.number);
     EXPECT_EQ(Listing(), Lines{"Red 1 0"});
-    EXPECT_EQ(app->Journal()->Count(), 0);
+    EXPECT_EQ(ApplicationAccess::Journal(*app)->Count(), 0);
   }
 }
 

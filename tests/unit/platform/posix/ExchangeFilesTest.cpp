@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
+#include "model/internal/CategoriesAccess.h"
 
 #include <string>
 
@@ -110,7 +111,7 @@ TEST_F(ExchangeFilesTest, HostileFilesEndInAClearErrorOrAnEmptyImport) {
     EXPECT_EQ(number, c.number);
     EXPECT_EQ(Listing(), c.result);
     EXPECT_FALSE(app->BatchMode());
-    EXPECT_FALSE(cats->Importing());
+    EXPECT_FALSE(CategoriesAccess::Importing(*cats));
   }
 }
 
