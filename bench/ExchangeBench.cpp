@@ -18,6 +18,7 @@
 #include "exchange/CatsExternReg.h"
 #include "masterlist/Masterlist03.h"
 #include "model/Categories.h"
+#include "model/internal/CategoriesAccess.h"
 #include "session/Application.h"
 #include "support/ClientVersion.h"
 #include "support/FileHelper.h"
@@ -49,15 +50,15 @@ std::shared_ptr<Application> Filled(int64_t count) {
   ClientVersion::SelectFromText(u"11.0");
   auto app = Application::Create();
   auto cats = app->Categories();
-  cats->SetImporting(true);
-  cats->SetIsReading(true);
+  CategoriesAccess::SetImporting(*cats, true);
+  CategoriesAccess::SetIsReading(*cats, true);
   cats->Add(std::u16string(), false, u"", -2, -2);
   for (int64_t i = 1; i <= count; ++i) {
     std::u16string name = (i % 10 == 0 ? u"B\u00FCro " : u"Category ") + Utf::Decimal(i);
     cats->Add(name, true, u"", static_cast<int32_t>(i % 25), static_cast<int32_t>(i % 12));
   }
-  cats->SetIsReading(false);
-  cats->SetImporting(false);
+  CategoriesAccess::SetIsReading(*cats, false);
+  CategoriesAccess::SetImporting(*cats, false);
   return app;
 }
 
