@@ -116,6 +116,22 @@ class ExchangeTest : public SessionFixture {
     ApplicationAccess::Journal(*app)->Clear();
     log->events.clear();
   }
+  // Adds `names` to an emptied collection (colours 0, 1, 2, ..., every
+  // shortcut `shortCut`), exports them to `file` (in the folder "/x"),
+  // imports the file into an emptied collection again and expects the
+  // same categories back.
+  template <class Names>
+  void ExpectRoundTrip(const Names& names, const std::u16string& file, int32_t shortCut) {
+    ReadSeeds({});
+    int32_t color = 0;
+    for (const auto& n : names) cats->Add(n, true, u"", color++, shortCut);
+    files->folders.insert(u"/x");
+    cats->ExportMasterlist(file);
+    const std::vector<std::string> before = Listing();
+    ReadSeeds({});
+    cats->ImportMasterlist(file);
+    EXPECT_EQ(Listing(), before);
+  }
 
   FakePorts ports;
   std::shared_ptr<MapiWithUtils> mapi = std::make_shared<MapiWithUtils>();

@@ -269,15 +269,7 @@ TEST_F(CatsExternBaseTest, PlainTextRoundTripCarriesAllButSeparators) {
       u"B\u00FCro \u00C4rger", u"\u4ED5\u4E8B", u"\U0001F600 smile", u"\"Boss\"", u"O'Neil",
       u"  blanks  ",           u"line\nfeed",
   };
-  ReadSeeds({});
-  int32_t color = 0;
-  for (const auto& n : names) cats->Add(n, true, u"", color++, 1);
-  files->folders.insert(u"/x");
-  cats->ExportMasterlist(u"/x/list.txt");
-  const Lines before = Listing();
-  ReadSeeds({});
-  cats->ImportMasterlist(u"/x/list.txt");
-  EXPECT_EQ(Listing(), before);
+  ExpectRoundTrip(names, u"/x/list.txt", 1);
 
   ReadSeeds({});
   cats->Add(u"a;b", true, u"", 1, 1);

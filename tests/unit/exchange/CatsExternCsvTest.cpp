@@ -96,15 +96,7 @@ TEST_F(CatsExternCsvTest, RoundTripsOfWhatTheFormatCarries) {
   for (const char16_t* delimiter : {u";", u","}) {
     SCOPED_TRACE(Utf::ToUtf8(delimiter));
     ProcessValues::SetCsvDelimiter(delimiter);
-    ReadSeeds({});
-    int32_t color = 0;
-    for (const auto& n : names) cats->Add(n, true, u"", color++, 2);
-    files->folders.insert(u"/x");
-    cats->ExportMasterlist(u"/x/list.csv");
-    const Lines before = Listing();
-    ReadSeeds({});
-    cats->ImportMasterlist(u"/x/list.csv");
-    EXPECT_EQ(Listing(), before);
+    ExpectRoundTrip(names, u"/x/list.csv", 2);
   }
 }
 

@@ -183,15 +183,7 @@ TEST_F(CatsExternXmlTest, RoundTripsOfWhatTheFormatCarries) {
       u"line\nfeed",
       u"<&>",
   };
-  ReadSeeds({});
-  int32_t color = 0;
-  for (const auto& n : names) cats->Add(n, true, u"", color++, 3);
-  files->folders.insert(u"/x");
-  cats->ExportMasterlist(u"/x/list.xml");
-  const Lines before = Listing();
-  ReadSeeds({});
-  cats->ImportMasterlist(u"/x/list.xml");
-  EXPECT_EQ(Listing(), before);
+  ExpectRoundTrip(names, u"/x/list.xml", 3);
 }
 
 TEST_F(CatsExternXmlTest, WhatTheFormatCannotCarry) {
