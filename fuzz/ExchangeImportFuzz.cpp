@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "model/Categories.h"
+#include "model/internal/CategoriesAccess.h"
 #include "session/Application.h"
 #include "support/ClientVersion.h"
 #include "support/Error.h"
@@ -49,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static Fixture fixture;
   fixture.file->bytes.assign(reinterpret_cast<const char*>(data), size);
   auto cats = fixture.app->Categories();
-  cats->Clear();
+  t4::CategoriesAccess::Clear(*cats);
   cats->Add(std::u16string(), false, u"", -2, -2);
   cats->Add(std::u16string(u"Red"), true, u"", 1, 0);
   try {
@@ -57,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   } catch (const t4::Error&) {
     // A refused file or a value out of range: the library's own error.
   }
-  if (fixture.app->BatchMode() || cats->Importing()) std::abort();
+  if (fixture.app->BatchMode() || t4::CategoriesAccess::Importing(*cats)) std::abort();
   // Nothing is ever deleted by an import.
   if (!cats->Item(t4::ItemIndex::Key(0), true) || !cats->Item(t4::ItemIndex::Key(1), true))
     std::abort();
