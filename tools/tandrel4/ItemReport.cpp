@@ -3,12 +3,12 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cmath>
 #include <cstdlib>
 
 #include "Terminal.h"
 #include "model/Category.h"
 #include "model/OutlookItem.h"
+#include "support/OleDate.h"
 #include "support/Utf.h"
 
 namespace t4::cli {
@@ -59,23 +59,10 @@ std::optional<int32_t> ItemReport::ParseType(const std::string& text) {
 
 std::string ItemReport::DateText(double oleDate) {
   if (!(oleDate > 0) || oleDate > 2958465.0) return "";
-  // Days since 1899-12-30 to a civil date (Howard Hinnant's algorithm).
-  const double whole = std::floor(oleDate);
-  int64_t minutes = std::llround((oleDate - whole) * 1440.0);
-  int64_t days = static_cast<int64_t>(whole) - 25569 + 719468;  // days since 0000-03-01
-  if (minutes >= 1440) {
-    minutes -= 1440;
-    ++days;
-  }
-  const int64_t era = (days >= 0 ? days : days - 146096) / 146097;
-  const int64_t doe = days - era * 146097;
-  const int64_t yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-  const int64_t doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-  const int64_t mp = (5 * doy + 2) / 153;
-  const int64_t day = doy - (153 * mp + 2) / 5 + 1;
-  const int64_t month = mp < 10 ? mp + 3 : mp - 9;
-  const int64_t year = yoe + era * 400 + (month <= 2 ? 1 : 0);
-  return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}", year, month, day, minutes / 60, minutes % 60);
+  // "yyyy-mm-ddThh:nn:ss" shown to the minute.
+  std::string text = Utf::ToUtf8(OleDate::IsoText(oleDate)).substr(0, 16);
+  text[10] = ' ';
+  return text;
 }
 
 std::string ItemReport::Text() const {

@@ -20,40 +20,6 @@ Shell::Shell(Workspace& workspace, const Commands::Global& global)
     historyFile_ = std::string(home) + "/.tandrel4_history";
 }
 
-bool Shell::Split(const std::string& line, std::vector<std::string>& words) {
-  words.clear();
-  std::string word;
-  bool inWord = false;
-  char quote = 0;
-  for (size_t i = 0; i < line.size(); ++i) {
-    const char c = line[i];
-    if (quote != 0) {
-      if (c == quote) {
-        quote = 0;
-      } else if (c == '\\' && quote == '"' && i + 1 < line.size()) {
-        word += line[++i];
-      } else {
-        word += c;
-      }
-    } else if (c == '"' || c == '\'') {
-      quote = c;
-      inWord = true;
-    } else if (c == '\\' && i + 1 < line.size()) {
-      word += line[++i];
-      inWord = true;
-    } else if (c == ' ' || c == '\t') {
-      if (inWord) words.push_back(word);
-      word.clear();
-      inWord = false;
-    } else {
-      word += c;
-      inWord = true;
-    }
-  }
-  if (inWord) words.push_back(word);
-  return quote == 0;
-}
-
 std::string Shell::ReadLine(const char* prompt, bool& end) {
   end = false;
   if (interactive_) {
@@ -79,13 +45,12 @@ bool Shell::MayQuit() {
   return !end && (answer == "y" || answer == "Y" || answer == "yes");
 }
 
-void Shell::Execute(const std::vector<std::string>& words) {
+void Shell::Execute(const std::string& line) {
   Commands commands(workspace_, global_);
   CLI::App app{"tandrel4 shell", "tandrel4"};
   commands.Register(app);
-  std::vector<std::string> args(words.rbegin(), words.rend());
   try {
-    app.parse(args);
+    app.parse(line, false);
   } catch (const CLI::ParseError& e) {
     app.exit(e);
     return;
@@ -127,20 +92,16 @@ ExitStatus Shell::Run() {
       if (!interactive_) break;  // no one to ask again
       continue;
     }
-    std::vector<std::string> words;
-    if (!Split(line, words)) {
-      std::fputs("tandrel4: a quote is not closed\n", stderr);
-      continue;
-    }
-    if (words.empty()) continue;
+    const size_t start = line.find_first_not_of(" \t");
+    if (start == std::string::npos) continue;
     if (interactive_) add_history(line.c_str());
-    if (words[0] == "quit" || words[0] == "exit") {
+    const std::string first = line.substr(start, line.find_first_of(" \t", start) - start);
+    if (first == "quit" || first == "exit") {
       if (MayQuit()) break;
       std::puts("not quitting; \"save\" writes the changes");
       continue;
     }
-    if (words[0] == "help") words[0] = "--help";
-    Execute(words);
+    Execute(first == "help" ? "--help" + line.substr(start + first.size()) : line);
   }
   if (interactive_ && !historyFile_.empty()) write_history(historyFile_.c_str());
   sigaction(SIGINT, &previous, nullptr);

@@ -19,14 +19,10 @@ class Shell {
   // Runs until quit or end of input; the status of the last save, or kOk.
   ExitStatus Run();
 
-  // Splits a line into words: blanks separate, double or single quotes
-  // keep blanks in a word, a backslash takes the next character as it is.
-  // False when a quote is not closed.
-  static bool Split(const std::string& line, std::vector<std::string>& words);
-
  private:
-  // Runs one command line; errors are shown, the shell goes on.
-  void Execute(const std::vector<std::string>& words);
+  // Runs one command line (CLI11 splits it into words, with quotes);
+  // errors are shown, the shell goes on.
+  void Execute(const std::string& line);
   // True when the user may leave: nothing unsaved, or they say so.
   bool MayQuit();
   std::string ReadLine(const char* prompt, bool& end);

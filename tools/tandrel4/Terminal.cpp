@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "support/Utf.h"
+
 namespace t4::cli {
 
 Terminal Terminal::Detect(std::FILE* out) {
@@ -30,24 +32,19 @@ std::string Terminal::Swatch(unsigned r, unsigned g, unsigned b) const {
 }
 
 size_t Terminal::Width(const std::string& utf8) {
+  const std::u16string text = Utf::FromUtf8(utf8);
   size_t width = 0;
-  for (size_t i = 0; i < utf8.size();) {
-    const auto b = static_cast<unsigned char>(utf8[i]);
-    const size_t len = b < 0x80         ? 1
-                       : (b >> 5) == 6  ? 2
-                       : (b >> 4) == 14 ? 3
-                       : (b >> 3) == 30 ? 4
-                                        : 1;
-    char32_t cp = len == 1 ? b : len == 2 ? (b & 0x1F) : len == 3 ? (b & 0x0F) : (b & 0x07);
-    for (size_t k = 1; k < len && i + k < utf8.size(); ++k)
-      cp = (cp << 6) | (static_cast<unsigned char>(utf8[i + k]) & 0x3F);
+  for (size_t i = 0; i < text.size(); ++i) {
+    char32_t cp = text[i];
+    if (cp >= 0xD800 && cp <= 0xDBFF && i + 1 < text.size()) {
+      cp = 0x10000 + ((cp - 0xD800) << 10) + (text[++i] - 0xDC00);
+    }
     // Hangul, CJK, full-width forms and most emoji take two columns.
     const bool wide = (cp >= 0x1100 && cp <= 0x115F) || (cp >= 0x2E80 && cp <= 0xA4CF) ||
                       (cp >= 0xAC00 && cp <= 0xD7A3) || (cp >= 0xF900 && cp <= 0xFAFF) ||
                       (cp >= 0xFF00 && cp <= 0xFF60) || (cp >= 0x1F300 && cp <= 0x1FAFF) ||
                       (cp >= 0x20000 && cp <= 0x3FFFD);
     width += wide ? 2 : 1;
-    i += len;
   }
   return width;
 }
