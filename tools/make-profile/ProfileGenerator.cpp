@@ -227,7 +227,9 @@ void ProfileGenerator::Write(const std::filesystem::path& out, const Options& op
     const bool withKeywords = (i / static_cast<int>(folders.size())) % 6 != 1;
     const bool unlisted = withKeywords && i % 11 == 2;
     const std::string bytes = Message(numbers, i, withKeywords, unlisted);
-    const int64_t when = kBaseTime + i * 137;
+    // Messages are a little over two minutes apart and the last one is
+    // from the base date: a mailbox holds no message from the future.
+    const int64_t when = kBaseTime - static_cast<int64_t>(options.messages - i) * 137;
     const std::string unique = std::to_string(when) + ".M" + std::to_string(i) + "P4242Q" +
                                std::to_string(i % 13) + ".generator";
     if (i % 5 == 4) {

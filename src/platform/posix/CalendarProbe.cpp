@@ -86,19 +86,23 @@ Kind CalendarProbe::OfBodyPart(std::string_view part) {
   std::string_view transferRaw;
   int types = 0;
   int transfers = 0;
+  bool typePlain = true;
+  bool transferPlain = true;
   const bool fields = HeaderFields::ForEach(
-      part.substr(0, headerLength), [&](std::string_view name, std::string_view raw) {
+      part.substr(0, headerLength), [&](std::string_view name, std::string_view raw, bool plain) {
         if (EqualsNoCase(name, "Content-Type")) {
           typeRaw = raw;
+          typePlain = plain;
           ++types;
         } else if (EqualsNoCase(name, "Content-Transfer-Encoding")) {
           transferRaw = raw;
+          transferPlain = plain;
           ++transfers;
         }
       });
   if (!fields || types > 1 || transfers > 1) return Kind::kUnsure;
   if (types == 0) return Kind::kNone;  // text/plain
-  if (!HeaderFields::IsPlain(typeRaw) || !HeaderFields::IsPlain(transferRaw)) return Kind::kUnsure;
+  if (!typePlain || !transferPlain) return Kind::kUnsure;
   ContentType type;
   std::string scratch;  // a folded value, unfolded
   if (!ContentType::Parse(HeaderFields::Value(typeRaw, scratch), type)) return Kind::kUnsure;

@@ -74,9 +74,13 @@ bool ContentType::Parse(std::string_view value, ContentType& out) {
   if (type.empty() || !cursor.Take('/')) return false;
   const std::string_view subtype = cursor.Token();
   if (subtype.empty()) return false;
-  for (const char c : type) result.media_ += Lower(c);
-  result.media_ += '/';
-  for (const char c : subtype) result.media_ += Lower(c);
+  // One allocation at most: "multipart/alternative" is longer than a
+  // short string.
+  result.media_.resize(type.size() + 1 + subtype.size());
+  char* media = result.media_.data();
+  for (const char c : type) *media++ = Lower(c);
+  *media++ = '/';
+  for (const char c : subtype) *media++ = Lower(c);
   cursor.SkipBlanks();
   while (!cursor.AtEnd()) {
     if (!cursor.Take(';')) return false;

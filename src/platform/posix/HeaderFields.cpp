@@ -4,19 +4,6 @@
 
 namespace t4::posix {
 
-size_t HeaderFields::CheckedLine(std::string_view header, size_t pos, size_t next) {
-  size_t end = next;
-  if (end > pos && header[end - 1] == '\n') {
-    --end;
-    if (end > pos && header[end - 1] == '\r') --end;
-  }
-  for (size_t i = pos; i < end; ++i) {
-    const char c = header[i];
-    if (HeaderChars::IsControl(c) || c == '\r') return std::string_view::npos;
-  }
-  return end - pos;
-}
-
 std::string HeaderFields::Unfold(std::string_view raw) {
   std::string value;
   value.reserve(raw.size());
@@ -34,8 +21,12 @@ std::string_view HeaderFields::Value(std::string_view raw, std::string& scratch)
 }
 
 bool HeaderFields::IsPlain(std::string_view text) {
-  if (HeaderChars::Any(text, [](char c) { return !HeaderChars::IsPlain(c); })) return false;
-  return text.find("=?") == std::string_view::npos;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (!HeaderChars::IsPlain(c)) return false;
+    if (c == '=' && i + 1 < text.size() && text[i + 1] == '?') return false;
+  }
+  return true;
 }
 
 std::string_view HeaderFields::Trim(std::string_view text) {

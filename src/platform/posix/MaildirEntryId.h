@@ -12,7 +12,7 @@ namespace t4::posix {
 // stores, a version byte (1), a kind byte (1 store, 2 folder, 3 message), 2
 // reserved bytes (0), the store's 16-byte UID, then for folders and
 // messages a 16-byte folder key and for messages a 16-byte message key: 40,
-// 56 and 72 bytes. Keys are the first 16 bytes of SHA-256 over a kind tag
+// 56 and 72 bytes. Keys are the MD5 digest (16 bytes) of a kind tag
 // and the folder's Maildir++ name or the message file's unique name (the
 // part before ':'), so identifiers stay the same across runs and across
 // flag renames of a message file; the root folder's key is all zeros.

@@ -48,13 +48,16 @@ void ForEachFile(const std::filesystem::path& folder, Take&& take) {
   ::closedir(dir);
 }
 
-void AddFiles(const std::filesystem::path& folder, std::vector<MaildirStore::MessageFile>& out) {
-  std::string path = folder.string() + '/';
+// Adds the files of the folder's cur/ (subfolder 0) or new/ (1).
+void AddFiles(const std::filesystem::path& folder, int subfolder,
+              std::vector<MaildirStore::MessageFile>& out) {
+  const std::filesystem::path dir = folder / (subfolder == 0 ? "cur" : "new");
+  std::string path = dir.string() + '/';
   const size_t base = path.size();
-  ForEachFile(folder, [&](std::string_view name) {
+  ForEachFile(dir, [&](std::string_view name) {
     path.resize(base);
     path.append(name);
-    out.push_back({MaildirStore::UniqueName(name), path});
+    out.push_back({MaildirStore::UniqueName(name), path, subfolder, base});
   });
 }
 
@@ -238,8 +241,8 @@ std::vector<MaildirStore::MessageFile> MaildirStore::ListMessages(
   std::vector<MessageFile> files;
   if (folderName == kRootName) return files;
   const std::filesystem::path folder = FolderDir(folderName);
-  AddFiles(folder / "cur", files);
-  AddFiles(folder / "new", files);
+  AddFiles(folder, 0, files);
+  AddFiles(folder, 1, files);
   // The unique part decides, so a flag rename keeps a message's place.
   std::sort(files.begin(), files.end(), [](const MessageFile& a, const MessageFile& b) {
     return a.unique != b.unique ? a.unique < b.unique : a.path < b.path;
@@ -265,8 +268,8 @@ bool MaildirStore::Locate(const std::string& folderName, const std::string& uniq
     }
   }
   std::vector<MessageFile> files;
-  AddFiles(folder / "cur", files);
-  AddFiles(folder / "new", files);
+  AddFiles(folder, 0, files);
+  AddFiles(folder, 1, files);
   for (MessageFile& file : files) {
     if (file.unique == unique) {
       out = std::move(file);

@@ -41,6 +41,9 @@ class MaildirStore : public IMapiStore, public std::enable_shared_from_this<Mail
     std::string unique;  // the file name up to ':'
     std::string path;    // cur/ or new/ file as found (a plain string:
                          // a listing of many files splits no paths)
+    int subfolder = -1;  // 0 when a listing found it in cur/, 1 in new/,
+                         // -1 when not known
+    size_t nameAt = 0;   // where the file's name starts in `path`
   };
 
   // The store in `dir`, or null when its store.ini is missing or has no

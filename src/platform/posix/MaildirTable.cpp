@@ -46,7 +46,17 @@ void MaildirTable::OpenDirectories() {
   }
 }
 
-int MaildirTable::DirectoryOf(const std::string& path, const char*& relative) const {
+int MaildirTable::DirectoryOf(const MaildirStore::MessageFile& file, const char*& relative) const {
+  const std::string& path = file.path;
+  // A listing says where it found the file and where its name starts.
+  if ((file.subfolder == 0 || file.subfolder == 1) && file.nameAt > 0 &&
+      file.nameAt < path.size()) {
+    const Directory& dir = dirs_[static_cast<size_t>(file.subfolder)];
+    if (dir.fd >= 0) {
+      relative = path.c_str() + file.nameAt;
+      return dir.fd;
+    }
+  }
   for (const Directory& dir : dirs_) {
     if (dir.fd >= 0 && path.size() > dir.prefix.size() &&
         path.compare(0, dir.prefix.size(), dir.prefix) == 0 &&
@@ -114,18 +124,18 @@ std::vector<MapiRow> MaildirTable::GetRows(int32_t count) {
     // by a flag change since the snapshot is looked for once.
     MessageHeaders headers;
     timespec modified{};
-    const auto look = [&](const std::string& path) {
+    const auto look = [&](const MaildirStore::MessageFile& candidate) {
       const char* relative = nullptr;
-      const int dir = DirectoryOf(path, relative);
+      const int dir = DirectoryOf(candidate, relative);
       if (needHeaders) return MessageHeaders::ReadFileAt(dir, relative, headers, &modified);
       struct stat info {};
       if (::fstatat(dir, relative, &info, 0) != 0) return false;
       modified = info.st_mtim;
       return true;
     };
-    if (!look(file.path)) {
+    if (!look(file)) {
       MaildirStore::MessageFile moved;
-      if (!store->Locate(folder_->FolderName(), file.unique, moved) || !look(moved.path)) continue;
+      if (!store->Locate(folder_->FolderName(), file.unique, moved) || !look(moved)) continue;
       files_[cursor_ - 1] = moved;
     }
     MapiRow row;

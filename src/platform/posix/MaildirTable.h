@@ -49,7 +49,7 @@ class MaildirTable : public IMapiTable {
   void CloseDirectories();
   // The directory a listed file lies in and its path relative to it, or
   // the current directory and the whole path.
-  int DirectoryOf(const std::string& path, const char*& relative) const;
+  int DirectoryOf(const MaildirStore::MessageFile& file, const char*& relative) const;
 
   std::shared_ptr<MaildirFolder> folder_;
   std::vector<uint32_t> columns_;

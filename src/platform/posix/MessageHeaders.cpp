@@ -292,12 +292,14 @@ bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out,
   int transfers = 0;
   std::string_view typeRaw;
   std::string_view transferRaw;
+  bool typePlain = true;
+  bool transferPlain = true;
   std::string scratch;  // a folded value, unfolded
   const bool split =
-      HeaderFields::ForEach(header, [&](std::string_view name, std::string_view raw) {
+      HeaderFields::ForEach(header, [&](std::string_view name, std::string_view raw, bool plain) {
         if (EqualsNoCase(name, "Keywords")) {
           result.hasKeywords_ = true;
-          if (!HeaderFields::IsPlain(raw)) {
+          if (!plain) {
             GText unfolded(g_mime_utils_header_unfold(std::string(raw).c_str()));
             std::string value = unfolded ? unfolded.get() : "";
             while (!value.empty() && (value.back() == '\n' || value.back() == '\r'))
@@ -315,30 +317,28 @@ bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out,
           }
         } else if (!haveSubject && EqualsNoCase(name, "Subject")) {
           haveSubject = true;
-          result.subject_ = HeaderFields::IsPlain(raw)
-                                ? std::string(HeaderFields::Value(raw, scratch))
-                                : DecodedText(std::string(raw).c_str());
-        } else if (!haveClass && EqualsNoCase(name, "X-Message-Class")) {
-          std::string value = HeaderFields::IsPlain(raw)
-                                  ? std::string(HeaderFields::Value(raw, scratch))
+          result.subject_ = plain ? std::string(HeaderFields::Value(raw, scratch))
                                   : DecodedText(std::string(raw).c_str());
+        } else if (!haveClass && EqualsNoCase(name, "X-Message-Class")) {
+          std::string value = plain ? std::string(HeaderFields::Value(raw, scratch))
+                                    : DecodedText(std::string(raw).c_str());
           if (!value.empty()) {
             haveClass = true;
             result.messageClass_ = std::move(value);
           }
         } else if (EqualsNoCase(name, "Content-Type")) {
           typeRaw = raw;
+          typePlain = plain;
           ++types;
         } else if (EqualsNoCase(name, "Content-Transfer-Encoding")) {
           transferRaw = raw;
+          transferPlain = plain;
           ++transfers;
         }
       });
   if (!split) return false;
   if (!haveClass && types > 0) {
-    if (types > 1 || transfers > 1 || !HeaderFields::IsPlain(typeRaw) ||
-        !HeaderFields::IsPlain(transferRaw))
-      return false;
+    if (types > 1 || transfers > 1 || !typePlain || !transferPlain) return false;
     ContentType type;
     if (!ContentType::Parse(HeaderFields::Value(typeRaw, scratch), type)) return false;
     std::string transferScratch;
@@ -416,13 +416,35 @@ MessageHeaders MessageHeaders::ParseFramed(const std::string& text) {
   return result;
 }
 
+namespace {
+
+// Opens a message file for reading its header without touching its access
+// time: looking at a message's categories is not the user reading it, and
+// on a mailbox whose messages are newer than their last access every read
+// would otherwise write the inode. The kernel allows this only to the
+// file's owner; for another owner's files the plain open follows, and the
+// thread stops asking.
+int OpenForScan(int dirFd, const char* path) {
+#ifdef O_NOATIME
+  thread_local bool noAtime = true;
+  if (noAtime) {
+    const int fd = ::openat(dirFd, path, O_RDONLY | O_CLOEXEC | O_NOATIME);
+    if (fd >= 0 || errno != EPERM) return fd;
+    noAtime = false;
+  }
+#endif
+  return ::openat(dirFd, path, O_RDONLY | O_CLOEXEC);
+}
+
+}  // namespace
+
 bool MessageHeaders::ReadFile(const std::string& path, MessageHeaders& out, timespec* modified) {
   return ReadFileAt(AT_FDCWD, path.c_str(), out, modified);
 }
 
 bool MessageHeaders::ReadFileAt(int dirFd, const char* path, MessageHeaders& out,
                                 timespec* modified) {
-  const int fd = ::openat(dirFd, path, O_RDONLY | O_CLOEXEC);
+  const int fd = OpenForScan(dirFd, path);
   if (fd < 0) return false;
   struct stat info {};
   if (::fstat(fd, &info) != 0) {
@@ -472,7 +494,8 @@ bool MessageHeaders::ReadFileAt(int dirFd, const char* path, MessageHeaders& out
       if (FindHeaderEnd(bytes.substr(lineStart), found)) {
         ended = true;
         headerLength = lineStart + found;
-        if (!MayNeedBody(bytes.substr(0, headerLength))) break;
+        // A file read whole needs no look at what its header names.
+        if (used >= size || !MayNeedBody(bytes.substr(0, headerLength))) break;
       }
       searched = used;
     }

@@ -13,9 +13,12 @@ using Fields = std::vector<std::pair<std::string, std::string>>;
 
 bool Split(std::string_view header, Fields& fields) {
   fields.clear();
-  return HeaderFields::ForEach(header, [&](std::string_view name, std::string_view raw) {
-    fields.emplace_back(std::string(name), std::string(raw));
-  });
+  return HeaderFields::ForEach(header,
+                               [&](std::string_view name, std::string_view raw, bool plain) {
+                                 // The plainness found while splitting is the one IsPlain gives.
+                                 EXPECT_EQ(plain, HeaderFields::IsPlain(raw)) << raw;
+                                 fields.emplace_back(std::string(name), std::string(raw));
+                               });
 }
 
 TEST(HeaderFields, SplitsFieldsWithTheirRawValues) {
@@ -49,11 +52,39 @@ TEST(HeaderFields, LeavesOddBlocksToTheFullParse) {
        "Subj\xC3\xA4"
        "ct: a\n\n"},
       {"continuation first", " a\nSubject: s\n\n"},
+      {"encoded word in the name", "X=?a?b: c\n\n"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
     Fields fields;
     EXPECT_FALSE(Split(c.header, fields));
+  }
+}
+
+TEST(HeaderFields, TellsWhichValuesArePlain) {
+  struct Case {
+    const char* header;
+    bool plain;
+  };
+  const Case cases[] = {
+      {"Subject: a b\n", true},
+      {"Subject: a = ? b\n", true},
+      {"Subject: a=\n ?b\n", true},
+      {"Subject: =?UTF-8?Q?a?=\n", false},
+      {"Subject: a\n =?UTF-8?Q?a?=\n", false},
+      {"Subject: a\n x: =?UTF-8?Q?a?=\n", false},
+      {"Subject: a\n x=?: b\n", false},
+      {"Subject: \xC3\xA4\n", false},
+      {"Subject: a\r\n \xC3\xA4\r\n", false},
+      {"Subject: a:b=c\r\n", true},
+      {"Subject: a=", true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.header);
+    bool plain = !c.plain;
+    ASSERT_TRUE(HeaderFields::ForEach(
+        c.header, [&](std::string_view, std::string_view, bool p) { plain = p; }));
+    EXPECT_EQ(plain, c.plain);
   }
 }
 
