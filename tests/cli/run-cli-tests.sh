@@ -93,6 +93,9 @@ json "items without a category" 'doc["category"] is None and all(i["categories"]
 
 # bad input
 expect "unknown command" 2 "$t4" "${P[@]}" frobnicate
+has "unknown command names the word and the commands" 'unknown command "frobnicate"; the commands are: folders, categories, items' err
+expect "no command" 2 "$t4" "${P[@]}" --json
+has "no command says so" 'no command given; the commands are: folders' err
 expect "unknown option" 2 "$t4" "${P[@]}" --frobnicate categories
 expect "bad filter value" 2 "$t4" "${P[@]}" categories --members some
 expect "bad item type" 2 "$t4" "${P[@]}" categories --type parcel
@@ -259,6 +262,19 @@ complete_words() {  # complete_words WORD...: what completing the last word offe
 case " $(complete_words tandrel4 --profile /tmp categories --m) " in *" --members "*"--masterlist "* | *" --min-categories "*) ok ;; *) bad "completion of a command's options: $(complete_words tandrel4 --profile /tmp categories --m)" ;; esac
 [ "$(complete_words tandrel4 categories --members w)" = "with without" ] && ok || bad "completion of an option's value"
 [ "$(complete_words tandrel4 master Rot o)" = "on off" ] && ok || bad "completion of master's state"
+# Category names come from the profile the line names, quoted for the shell.
+got=$(complete_words "$t4" --profile "$profile" rename Fer)
+[ "$got" = "Ferien" ] && ok || bad "completion of a category name: '$got'"
+got=$(LC_ALL=C.UTF-8 complete_words "$t4" --profile "$profile" move Urlaub Kunden)
+[ "$got" = 'Kunden\ Süd' ] && ok || bad "completion of move's second category, with a blank: '$got'"
+got=$(LC_ALL=C.UTF-8 complete_words "$t4" --profile "$profile" items 'Kunden\ S')
+[ "$got" = 'Kunden\ Süd' ] && ok || bad "completion of an escaped blank: '$got'"
+got=$(complete_words "$t4" --profile "$profile" assign --members-of Fin)
+[ "$got" = "Finanzen" ] && ok || bad "completion of --members-of: '$got'"
+got=$(complete_words "$t4" --profile "$profile" color Urlaub Bl)
+[ "$got" = "Blue Black" ] && ok || bad "completion of a colour after the category: '$got'"
+got=$(complete_words "$t4" --profile "$work/nothing" rename Url)
+[ -z "$got" ] && ok || bad "completion from a missing profile offers nothing: '$got'"
 
 echo "cli: $passed passed, $failed failed"
 [ "$failed" -eq 0 ]

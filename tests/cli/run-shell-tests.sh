@@ -69,7 +69,7 @@ step "one undo takes back the batch" "undo" '^undo done'
 step "the batch is undone, the rename stays" 'items "Ferien im Süden" --json' '"category": "Ferien im Süden"'
 # The history: Up recalls the lines typed before, newest first.
 step "folders" "folders" '^FOLDER +ITEMS'
-step "a mistyped command gives a message" "stat" 'A subcommand is required|not expected'
+step "a mistyped command gives a message" "stat" 'unknown command "stat"; the commands are: folders'
 seen=$(screen | grep -c '^FOLDER ')
 tmux -L "$server" send-keys -t t4 Up Up
 sleep 0.3

@@ -15,6 +15,30 @@
 
 namespace t4::cli {
 
+std::string Commands::MissingCommand(const CLI::App& app, const CLI::ParseError& error,
+                                     const std::vector<std::string>& more) {
+  if (dynamic_cast<const CLI::RequiredError*>(&error) == nullptr || !app.get_subcommands().empty())
+    return {};
+  std::string names;
+  for (const CLI::App* sub : app.get_subcommands({})) {
+    names += names.empty() ? "" : ", ";
+    names += sub->get_name();
+  }
+  for (const std::string& name : more) names += ", " + name;
+  // The first word CLI11 left over is what the user took for a command.
+  std::string word;
+  for (const std::string& arg : app.remaining()) {
+    if (!arg.empty() && arg[0] != '-') {
+      word = arg;
+      break;
+    }
+  }
+  const std::string problem =
+      word.empty() ? "no command given" : fmt::format("unknown command \"{}\"", word);
+  return fmt::format("tandrel4: {}; the commands are: {}.\nRun with --help for more information.\n",
+                     problem, names);
+}
+
 void Commands::Register(CLI::App& app) {
   app_ = &app;
   app.require_subcommand(1);
@@ -65,6 +89,11 @@ void Commands::Register(CLI::App& app) {
                      "The category's name (any letter case); left out: the items without "
                      "a category");
   items_->footer("Lists subject, folder, type and date of each item.");
+  // Not in the help: the bash completion asks it for category names, and
+  // it reads only the master list, so that a tab press stays quick on a
+  // large mailbox.
+  names_ = app.add_subcommand("names", "The master list's category names, one a line");
+  names_->group("");
   RegisterEdits(app);
   if (InShell()) {
     RegisterShellCommands(app);
@@ -191,6 +220,7 @@ ExitStatus Commands::Run() {
   if (folders_->parsed()) return RunFolders();
   if (categories_->parsed()) return RunCategories();
   if (items_->parsed()) return RunItems();
+  if (names_->parsed()) return RunNames();
   for (CLI::App* edit : edits_) {
     if (edit->parsed()) return RunEdit();
   }
@@ -276,6 +306,20 @@ ExitStatus Commands::RunCategories() {
   Workspace& workspace = Open(true);
   const CategoryReport report = CategoryReport::Gather(*workspace.App().Categories(), filter);
   Emit(report.Json(), report.Text(Terminal::Detect(stdout)));
+  return ExitStatus::kOk;
+}
+
+ExitStatus Commands::RunNames() {
+  Workspace& workspace = Open(false);
+  Categories& categories = *workspace.App().Categories();
+  const auto defaultCategory = categories.DefaultCategory(true);
+  std::string text;
+  for (const auto& category : categories.Enumerate()) {
+    if (category == defaultCategory) continue;
+    text += Utf::ToUtf8(category->Name());
+    text += '\n';
+  }
+  std::fputs(text.c_str(), stdout);
   return ExitStatus::kOk;
 }
 

@@ -41,6 +41,12 @@ class Commands {
   // A library error as the user sees it: its number and text, and with
   // --verbose the trail of procedures it passed.
   std::string DescribeError(const Error& error) const;
+  // What to tell the user when the parse of `app` failed because no
+  // command was chosen: that the word given is no command, or that none was
+  // given, with the list of commands. Empty for every other parse error,
+  // which CLI11 explains itself. `more` names commands outside `app`.
+  static std::string MissingCommand(const CLI::App& app, const CLI::ParseError& error,
+                                    const std::vector<std::string>& more = {});
 
  private:
   struct FilterText {
@@ -58,6 +64,7 @@ class Commands {
 
   ExitStatus RunFolders();
   ExitStatus RunCategories();
+  ExitStatus RunNames();
   ExitStatus RunItems();
   // Runs the chosen edit; saves and checks with --save, else tells what a
   // save would write.
@@ -94,6 +101,7 @@ class Commands {
   CLI::App* app_ = nullptr;
   CLI::App* folders_ = nullptr;
   CLI::App* categories_ = nullptr;
+  CLI::App* names_ = nullptr;
   CLI::App* items_ = nullptr;
 };
 

@@ -52,7 +52,12 @@ void Shell::Execute(const std::string& line) {
   try {
     app.parse(line, false);
   } catch (const CLI::ParseError& e) {
-    app.exit(e);
+    const std::string missing = Commands::MissingCommand(app, e, {"quit"});
+    if (missing.empty()) {
+      app.exit(e);
+    } else {
+      std::fputs(missing.c_str(), stderr);
+    }
     return;
   }
   try {

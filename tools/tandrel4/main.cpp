@@ -26,6 +26,11 @@ int main(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
+    const std::string missing = t4::cli::Commands::MissingCommand(app, e);
+    if (!missing.empty()) {
+      std::fputs(missing.c_str(), stderr);
+      return static_cast<int>(ExitStatus::kUsage);
+    }
     const int code = app.exit(e);
     return code == 0 ? 0 : static_cast<int>(ExitStatus::kUsage);
   }
