@@ -38,6 +38,16 @@ std::string Utf::ToUtf8(std::u16string_view text) {
   std::string out;
   out.reserve(text.size());
   for (size_t i = 0; i < text.size(); ++i) {
+    // A run of ASCII is narrowed in one step.
+    size_t run = i;
+    while (run < text.size() && text[run] < 0x80) ++run;
+    if (run > i) {
+      const size_t used = out.size();
+      out.resize(used + (run - i));
+      for (size_t k = i; k < run; ++k) out[used + (k - i)] = static_cast<char>(text[k]);
+      i = run;
+      if (i == text.size()) break;
+    }
     char32_t c = text[i];
     if (c >= 0xD800 && c <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
         text[i + 1] <= 0xDFFF) {

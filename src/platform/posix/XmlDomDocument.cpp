@@ -65,6 +65,10 @@ void NameUtf8(xmlDoc* doc) {
 XmlDomDocument::Tree::Tree() : doc(xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0"))) {
   if (doc == nullptr) throw RunTimeError::Make(RunTimeError::kOutOfMemory);
   NameUtf8(doc);
+  // Element and attribute names are kept once in the document's
+  // dictionary instead of copied for every node: a list of many categories
+  // repeats the same four names.
+  doc->dict = xmlDictCreate();
 }
 
 XmlDomDocument::Tree::~Tree() {

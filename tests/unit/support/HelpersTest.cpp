@@ -198,5 +198,32 @@ TEST(Utf, RoundTrip) {
   EXPECT_EQ(Utf::Decimal(-796909014), u"-796909014");
 }
 
+TEST(Utf, MixesAsciiRunsAndOtherCharacters) {
+  struct Case {
+    std::u16string text;
+    std::string utf8;
+  };
+  const Case cases[] = {
+      {u"", ""},
+      {u"plain", "plain"},
+      {u"\u00e4", "\xC3\xA4"},
+      {u"ab\u00e4cd",
+       "ab\xC3\xA4"
+       "cd"},
+      {u"\u00e4\u00f6", "\xC3\xA4\xC3\xB6"},
+      {u"x\U0001F600y", "x\xF0\x9F\x98\x80y"},
+      {u"a\xD800"
+       u"b",
+       "a\xEF\xBF\xBD"
+       "b"},                          // a lone surrogate between letters
+      {u"\x7F\x80", "\x7F\xC2\x80"},  // the last ASCII and the first beyond
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(Utf::ToUtf8(c.text));
+    EXPECT_EQ(Utf::ToUtf8(c.text), c.utf8);
+    if (c.text.find(u'\xD800') == std::u16string::npos) EXPECT_EQ(Utf::FromUtf8(c.utf8), c.text);
+  }
+}
+
 }  // namespace
 }  // namespace t4
