@@ -88,6 +88,22 @@ TEST(HeaderFields, TellsWhichValuesArePlain) {
   }
 }
 
+TEST(HeaderFields, FindsColonsLineEndsAndBadBytesAfterRunsOfEveryLength) {
+  for (size_t run = 0; run < 20; ++run) {
+    SCOPED_TRACE(run);
+    const std::string letters(run, 'x');
+    Fields fields;
+    ASSERT_TRUE(Split("N" + letters + ": " + letters + "=?a?=" + letters + "\r\nM: " + letters +
+                          "\n\n",
+                      fields));
+    ASSERT_EQ(fields.size(), 2u);
+    EXPECT_EQ(fields[0].first, "N" + letters);
+    EXPECT_EQ(fields[1].second, " " + letters + "\n");
+    EXPECT_FALSE(Split("Subject: " + letters + "\x01" + letters + "\n\n", fields));
+    EXPECT_FALSE(Split("Subject: " + letters + "\ry" + letters + "\n\n", fields));
+  }
+}
+
 TEST(HeaderFields, Values) {
   std::string scratch;
   EXPECT_EQ(HeaderFields::Value("  a b \r\n", scratch), "a b");
