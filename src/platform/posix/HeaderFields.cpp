@@ -29,6 +29,13 @@ bool HeaderFields::IsPlain(std::string_view text) {
   return true;
 }
 
+bool HeaderFields::IsAscii(std::string_view text) {
+  for (const char c : text) {
+    if (static_cast<unsigned char>(c) > 0x7F) return false;
+  }
+  return true;
+}
+
 std::string_view HeaderFields::Trim(std::string_view text) {
   const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
   while (!text.empty() && blank(text.front())) text.remove_prefix(1);

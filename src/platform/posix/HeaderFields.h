@@ -29,6 +29,8 @@ class HeaderFields {
   static std::string_view Value(std::string_view raw, std::string& scratch);
   // Printable ASCII without encoded words: a value that needs no decoding.
   static bool IsPlain(std::string_view text);
+  // No byte above 0x7F.
+  static bool IsAscii(std::string_view text);
   // `text` without blanks and line ends at either end.
   static std::string_view Trim(std::string_view text);
 

@@ -73,6 +73,27 @@ std::string DecodedText(const char* raw) {
   return decoded ? Trim(decoded.get()) : std::string();
 }
 
+// The unfolded value of a field for GMime's decoding. An ASCII value (what
+// encoded words are written in) is unfolded here, as GMime's unfolding
+// does it: blanks and line ends off both ends, the line ends inside taken
+// out. That spares a copy and a call per message, as most values with
+// encoded words are ASCII; a value with 8-bit bytes goes to GMime.
+std::string UnfoldedForDecoding(std::string_view raw) {
+  if (HeaderFields::IsAscii(raw)) {
+    std::string scratch;
+    return std::string(HeaderFields::Value(raw, scratch));
+  }
+  GText unfolded(g_mime_utils_header_unfold(std::string(raw).c_str()));
+  return unfolded ? std::string(unfolded.get()) : std::string();
+}
+
+// DecodedText of a raw value as the fast reading splits it.
+std::string DecodedText(std::string_view raw) {
+  const std::string unfolded = UnfoldedForDecoding(raw);
+  GText decoded(g_mime_utils_header_decode_text(nullptr, unfolded.c_str()));
+  return decoded ? Trim(decoded.get()) : std::string();
+}
+
 // Length of the encoded word `=?charset?e?text?=` at `pos`, or 0 when
 // there is none there.
 size_t EncodedWordAt(std::string_view text, size_t pos) {
@@ -295,47 +316,42 @@ bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out,
   bool typePlain = true;
   bool transferPlain = true;
   std::string scratch;  // a folded value, unfolded
-  const bool split =
-      HeaderFields::ForEach(header, [&](std::string_view name, std::string_view raw, bool plain) {
-        if (EqualsNoCase(name, "Keywords")) {
-          result.hasKeywords_ = true;
-          if (!plain) {
-            GText unfolded(g_mime_utils_header_unfold(std::string(raw).c_str()));
-            std::string value = unfolded ? unfolded.get() : "";
-            while (!value.empty() && (value.back() == '\n' || value.back() == '\r'))
-              value.pop_back();
-            for (auto& name : SplitKeywords(value)) result.keywords_.push_back(std::move(name));
-            return;
-          }
-          const std::string_view trimmed = HeaderFields::Value(raw, scratch);
-          size_t start = 0;
-          for (;;) {
-            const size_t comma = trimmed.find(',', start);
-            result.keywords_.emplace_back(trimmed.substr(start, comma - start));
-            if (comma == std::string_view::npos) break;
-            start = comma + 1;
-          }
-        } else if (!haveSubject && EqualsNoCase(name, "Subject")) {
-          haveSubject = true;
-          result.subject_ = plain ? std::string(HeaderFields::Value(raw, scratch))
-                                  : DecodedText(std::string(raw).c_str());
-        } else if (!haveClass && EqualsNoCase(name, "X-Message-Class")) {
-          std::string value = plain ? std::string(HeaderFields::Value(raw, scratch))
-                                    : DecodedText(std::string(raw).c_str());
-          if (!value.empty()) {
-            haveClass = true;
-            result.messageClass_ = std::move(value);
-          }
-        } else if (EqualsNoCase(name, "Content-Type")) {
-          typeRaw = raw;
-          typePlain = plain;
-          ++types;
-        } else if (EqualsNoCase(name, "Content-Transfer-Encoding")) {
-          transferRaw = raw;
-          transferPlain = plain;
-          ++transfers;
-        }
-      });
+  const bool split = HeaderFields::ForEach(header, [&](std::string_view name, std::string_view raw,
+                                                       bool plain) {
+    if (EqualsNoCase(name, "Keywords")) {
+      result.hasKeywords_ = true;
+      if (!plain) {
+        for (auto& name : SplitKeywords(UnfoldedForDecoding(raw)))
+          result.keywords_.push_back(std::move(name));
+        return;
+      }
+      const std::string_view trimmed = HeaderFields::Value(raw, scratch);
+      size_t start = 0;
+      for (;;) {
+        const size_t comma = trimmed.find(',', start);
+        result.keywords_.emplace_back(trimmed.substr(start, comma - start));
+        if (comma == std::string_view::npos) break;
+        start = comma + 1;
+      }
+    } else if (!haveSubject && EqualsNoCase(name, "Subject")) {
+      haveSubject = true;
+      result.subject_ = plain ? std::string(HeaderFields::Value(raw, scratch)) : DecodedText(raw);
+    } else if (!haveClass && EqualsNoCase(name, "X-Message-Class")) {
+      std::string value = plain ? std::string(HeaderFields::Value(raw, scratch)) : DecodedText(raw);
+      if (!value.empty()) {
+        haveClass = true;
+        result.messageClass_ = std::move(value);
+      }
+    } else if (EqualsNoCase(name, "Content-Type")) {
+      typeRaw = raw;
+      typePlain = plain;
+      ++types;
+    } else if (EqualsNoCase(name, "Content-Transfer-Encoding")) {
+      transferRaw = raw;
+      transferPlain = plain;
+      ++transfers;
+    }
+  });
   if (!split) return false;
   if (!haveClass && types > 0) {
     if (types > 1 || transfers > 1 || !typePlain || !transferPlain) return false;

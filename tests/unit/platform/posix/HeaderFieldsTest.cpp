@@ -93,9 +93,8 @@ TEST(HeaderFields, FindsColonsLineEndsAndBadBytesAfterRunsOfEveryLength) {
     SCOPED_TRACE(run);
     const std::string letters(run, 'x');
     Fields fields;
-    ASSERT_TRUE(Split("N" + letters + ": " + letters + "=?a?=" + letters + "\r\nM: " + letters +
-                          "\n\n",
-                      fields));
+    ASSERT_TRUE(Split(
+        "N" + letters + ": " + letters + "=?a?=" + letters + "\r\nM: " + letters + "\n\n", fields));
     ASSERT_EQ(fields.size(), 2u);
     EXPECT_EQ(fields[0].first, "N" + letters);
     EXPECT_EQ(fields[1].second, " " + letters + "\n");
@@ -114,6 +113,8 @@ TEST(HeaderFields, Values) {
   EXPECT_TRUE(HeaderFields::IsPlain("a = ? b"));
   EXPECT_FALSE(HeaderFields::IsPlain("=?UTF-8?Q?a?="));
   EXPECT_FALSE(HeaderFields::IsPlain("\xC3\xA4"));
+  EXPECT_TRUE(HeaderFields::IsAscii("=?UTF-8?Q?a?=\r\n \x7F"));
+  EXPECT_FALSE(HeaderFields::IsAscii("a\x80"));
 }
 
 }  // namespace

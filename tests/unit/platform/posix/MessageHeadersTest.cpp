@@ -214,6 +214,13 @@ TEST(MessageHeaders, PlainHeadersTakeTheFastPathAndReadAsWithGMime) {
       {"encoded word", "Subject: =?UTF-8?Q?a?=\n\n", true},
       {"encoded keywords", "Keywords: =?UTF-8?B?R3LDtsOfZQ==?=, Rot,\n =?UTF-8?Q?a_b?=\n\n", true},
       {"encoded class", "X-Message-Class: =?UTF-8?Q?IPM.Note?=\n\n", true},
+      {"encoded and folded with blanks at both ends",
+       "Subject: \t =?UTF-8?Q?a?=\r\n\t=?UTF-8?Q?b?= x \t\r\n"
+       "Keywords:  =?UTF-8?Q?R=C3=B6t?= ,\r\n\t =?UTF-8?Q?B?=\t \r\n\r\n",
+       true},
+      {"encoded words beside 8-bit text",
+       "Subject: \xC3\xA4 =?UTF-8?Q?a?=\n Keywords: \xC3\xA4, =?UTF-8?Q?b?=\n\n", true},
+      {"encoded keywords beside 8-bit text", "Keywords: \xC3\xA4,\n =?UTF-8?Q?b?= \n\n", true},
       {"encoded content type", "Content-Type: =?UTF-8?Q?text/plain?=\n\n", false},
       {"control character", "Subject: a\x01b\n\n", false},
       {"8-bit", "Subject: \xC3\xA4\n\n", true},
