@@ -106,6 +106,40 @@ int32_t MaildirTable::RowCount() {
   return static_cast<int32_t>(files_.size());
 }
 
+MapiRow MaildirTable::Row(const MessageHeaders& headers, const MaildirStore::MessageFile& file,
+                          const timespec& modified, uint32_t keywordsTag,
+                          const MaildirEntryId::Key& folderKey) const {
+  const std::shared_ptr<MaildirStore>& store = folder_->OwnStore();
+  MapiRow row;
+  row.reserve(columns_.size());
+  for (const uint32_t tag : columns_) {
+    if (tag == kEntryId) {
+      row.push_back(MapiValue::Binary(MaildirEntryId::Message(
+          store->Uid(), folderKey, MaildirEntryId::MessageKey(file.unique))));
+    } else if (tag == kSubject) {
+      row.push_back(MapiValue::Text(Utf::FromUtf8(headers.Subject())));
+    } else if (tag == kLastModificationTime) {
+      const double seconds =
+          static_cast<double>(modified.tv_sec) + static_cast<double>(modified.tv_nsec) / 1e9;
+      row.push_back(MapiValue::Time(kUnixEpochAsOleDate + seconds / 86400.0));
+    } else if (tag == kMessageClass) {
+      row.push_back(MapiValue::Text(Utf::FromUtf8(headers.MessageClass())));
+    } else if (keywordsTag != 0 && tag == keywordsTag) {
+      if (!headers.HasKeywords()) {
+        row.push_back(NotFound());
+      } else {
+        std::vector<std::u16string> names;
+        names.reserve(headers.Keywords().size());
+        for (const std::string& name : headers.Keywords()) names.push_back(Utf::FromUtf8(name));
+        row.push_back(MapiValue::TextArray(std::move(names)));
+      }
+    } else {
+      row.push_back(NotFound());
+    }
+  }
+  return row;
+}
+
 std::vector<MapiRow> MaildirTable::GetRows(int32_t count) {
   if (!taken_) Snapshot();
   std::vector<MapiRow> rows;
@@ -118,54 +152,59 @@ std::vector<MapiRow> MaildirTable::GetRows(int32_t count) {
       needHeaders = true;
   }
   const MaildirEntryId::Key folderKey = MaildirEntryId::FolderKey(folder_->FolderName());
+  // Files are read a batch at a time and then parsed: the parsing code
+  // stays in the processor's caches instead of being pushed out by the
+  // system calls of every file.
+  constexpr size_t kBatch = 32;
+  if (starts_.size() < kBatch) starts_.resize(kBatch);
+  struct Taken {
+    size_t file;  // index into files_
+    timespec modified;
+  };
+  std::vector<Taken> taken;
+  taken.reserve(kBatch);
   while (cursor_ < files_.size() && rows.size() < static_cast<size_t>(count)) {
-    const MaildirStore::MessageFile& file = files_[cursor_++];
-    // One open of the file gives its header and its time; a message moved
-    // by a flag change since the snapshot is looked for once.
-    MessageHeaders headers;
-    timespec modified{};
-    const auto look = [&](const MaildirStore::MessageFile& candidate) {
-      const char* relative = nullptr;
-      const int dir = DirectoryOf(candidate, relative);
-      if (needHeaders) return MessageHeaders::ReadFileAt(dir, relative, headers, &modified);
-      struct stat info {};
-      if (::fstatat(dir, relative, &info, 0) != 0) return false;
-      modified = info.st_mtim;
-      return true;
-    };
-    if (!look(file)) {
-      MaildirStore::MessageFile moved;
-      if (!store->Locate(folder_->FolderName(), file.unique, moved) || !look(moved)) continue;
-      files_[cursor_ - 1] = moved;
-    }
-    MapiRow row;
-    row.reserve(columns_.size());
-    for (const uint32_t tag : columns_) {
-      if (tag == kEntryId) {
-        row.push_back(MapiValue::Binary(MaildirEntryId::Message(
-            store->Uid(), folderKey, MaildirEntryId::MessageKey(file.unique))));
-      } else if (tag == kSubject) {
-        row.push_back(MapiValue::Text(Utf::FromUtf8(headers.Subject())));
-      } else if (tag == kLastModificationTime) {
-        const double seconds =
-            static_cast<double>(modified.tv_sec) + static_cast<double>(modified.tv_nsec) / 1e9;
-        row.push_back(MapiValue::Time(kUnixEpochAsOleDate + seconds / 86400.0));
-      } else if (tag == kMessageClass) {
-        row.push_back(MapiValue::Text(Utf::FromUtf8(headers.MessageClass())));
-      } else if (keywordsTag != 0 && tag == keywordsTag) {
-        if (!headers.HasKeywords()) {
-          row.push_back(NotFound());
-        } else {
-          std::vector<std::u16string> names;
-          names.reserve(headers.Keywords().size());
-          for (const std::string& name : headers.Keywords()) names.push_back(Utf::FromUtf8(name));
-          row.push_back(MapiValue::TextArray(std::move(names)));
+    taken.clear();
+    const size_t want = std::min(kBatch, static_cast<size_t>(count) - rows.size());
+    while (cursor_ < files_.size() && taken.size() < want) {
+      const size_t index = cursor_++;
+      MessageHeaders::FileStart& start = starts_[taken.size()];
+      timespec modified{};
+      // One open of the file gives its header and its time; a message
+      // moved by a flag change since the snapshot is looked for once.
+      const auto look = [&](const MaildirStore::MessageFile& candidate) {
+        const char* relative = nullptr;
+        const int dir = DirectoryOf(candidate, relative);
+        if (needHeaders) {
+          if (!MessageHeaders::ReadStartAt(dir, relative, start)) return false;
+          modified = start.Modified();
+          return true;
         }
-      } else {
-        row.push_back(NotFound());
+        struct stat info {};
+        if (::fstatat(dir, relative, &info, 0) != 0) return false;
+        modified = info.st_mtim;
+        return true;
+      };
+      if (!look(files_[index])) {
+        MaildirStore::MessageFile moved;
+        if (!store->Locate(folder_->FolderName(), files_[index].unique, moved) || !look(moved))
+          continue;
+        files_[index] = moved;
       }
+      taken.push_back({index, modified});
     }
-    rows.push_back(std::move(row));
+    for (size_t k = 0; k < taken.size(); ++k) {
+      const MaildirStore::MessageFile& file = files_[taken[k].file];
+      const timespec& modified = taken[k].modified;
+      const MessageHeaders headers =
+          needHeaders ? MessageHeaders::Parse(starts_[k]) : MessageHeaders();
+      rows.push_back(Row(headers, file, modified, keywordsTag, folderKey));
+    }
+  }
+  // A rare huge header does not stay held by the table.
+  for (MessageHeaders::FileStart& start : starts_) {
+    if (start.Capacity() > 4 * MessageHeaders::kMaxBodyScanBytes)
+      start = MessageHeaders::FileStart();
   }
   return rows;
 }

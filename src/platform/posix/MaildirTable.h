@@ -4,7 +4,9 @@
 #include <memory>
 #include <vector>
 
+#include "platform/posix/MaildirEntryId.h"
 #include "platform/posix/MaildirStore.h"
+#include "platform/posix/MessageHeaders.h"
 #include "support/IMapiTable.h"
 
 namespace t4::posix {
@@ -50,6 +52,10 @@ class MaildirTable : public IMapiTable {
   // The directory a listed file lies in and its path relative to it, or
   // the current directory and the whole path.
   int DirectoryOf(const MaildirStore::MessageFile& file, const char*& relative) const;
+  // The row of one message, in the order of the columns.
+  MapiRow Row(const MessageHeaders& headers, const MaildirStore::MessageFile& file,
+              const timespec& modified, uint32_t keywordsTag,
+              const MaildirEntryId::Key& folderKey) const;
 
   std::shared_ptr<MaildirFolder> folder_;
   std::vector<uint32_t> columns_;
@@ -61,6 +67,7 @@ class MaildirTable : public IMapiTable {
     int fd = -1;
   };
   Directory dirs_[2];
+  std::vector<MessageHeaders::FileStart> starts_;  // one batch of read files
 };
 
 }  // namespace t4::posix

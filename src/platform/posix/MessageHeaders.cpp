@@ -460,6 +460,22 @@ bool MessageHeaders::ReadFile(const std::string& path, MessageHeaders& out, time
 
 bool MessageHeaders::ReadFileAt(int dirFd, const char* path, MessageHeaders& out,
                                 timespec* modified) {
+  // The buffer is kept for the thread's next message: a reading of many
+  // messages then allocates (and clears) nothing per message.
+  thread_local FileStart start;
+  if (!ReadStartAt(dirFd, path, start)) return false;
+  if (modified != nullptr) *modified = start.modified_;
+  out = Parse(start);
+  // A rare huge header does not stay held by the thread.
+  if (start.Capacity() > 4 * kMaxBodyScanBytes) start = FileStart();
+  return true;
+}
+
+MessageHeaders MessageHeaders::Parse(const FileStart& start) {
+  return Parse(start.Bytes(), start.headerLength_);
+}
+
+bool MessageHeaders::ReadStartAt(int dirFd, const char* path, FileStart& out) {
   const int fd = OpenForScan(dirFd, path);
   if (fd < 0) return false;
   struct stat info {};
@@ -467,17 +483,13 @@ bool MessageHeaders::ReadFileAt(int dirFd, const char* path, MessageHeaders& out
     ::close(fd);
     return false;
   }
-  if (modified != nullptr) *modified = info.st_mtim;
+  out.modified_ = info.st_mtim;
   // A regular file's size says when the last read was: no read that only
   // finds the end. (Anything else is read until a read returns nothing.)
   const size_t size =
       S_ISREG(info.st_mode) ? static_cast<size_t>(info.st_size) : std::string_view::npos;
   // Read in steps until the header ends, so a large body is never read;
-  // a multipart or calendar message also gets its body window. The buffer
-  // is kept for the thread's next message: a reading of many messages
-  // then allocates (and clears) nothing per message.
-  thread_local std::unique_ptr<char[]> buffer;
-  thread_local size_t capacity = 0;
+  // a multipart or calendar message also gets its body window.
   size_t used = 0;
   constexpr size_t kStep = 16 << 10;
   size_t headerLength = 0;
@@ -487,18 +499,18 @@ bool MessageHeaders::ReadFileAt(int dirFd, const char* path, MessageHeaders& out
     const size_t limit = ended ? headerLength + kMaxBodyScanBytes : kMaxHeaderBytes;
     if (used >= limit || used >= size) break;
     const size_t want = std::min(kStep, limit - used);
-    if (used + want > capacity) {
-      const size_t grown = std::max(used + want, capacity * 2);
+    if (used + want > out.capacity_) {
+      const size_t grown = std::max(used + want, out.capacity_ * 2);
       std::unique_ptr<char[]> larger(new char[grown]);
-      if (used > 0) std::memcpy(larger.get(), buffer.get(), used);
-      buffer = std::move(larger);
-      capacity = grown;
+      if (used > 0) std::memcpy(larger.get(), out.data_.get(), used);
+      out.data_ = std::move(larger);
+      out.capacity_ = grown;
     }
-    const ssize_t got = ::read(fd, buffer.get() + used, want);
+    const ssize_t got = ::read(fd, out.data_.get() + used, want);
     if (got < 0 && errno == EINTR) continue;
     if (got <= 0) break;
     used += static_cast<size_t>(got);
-    const std::string_view bytes(buffer.get(), used);
+    const std::string_view bytes(out.data_.get(), used);
     if (!ended) {
       // Resume the search a little before the new bytes, where a line
       // end may have been split.
@@ -517,13 +529,8 @@ bool MessageHeaders::ReadFileAt(int dirFd, const char* path, MessageHeaders& out
     }
   }
   ::close(fd);
-  if (ended) used = std::min(used, headerLength + kMaxBodyScanBytes);
-  out = Parse(std::string_view(buffer.get(), used), ended ? headerLength : std::string_view::npos);
-  // A rare huge header does not stay held by the thread.
-  if (capacity > 4 * kMaxBodyScanBytes) {
-    buffer.reset();
-    capacity = 0;
-  }
+  out.used_ = ended ? std::min(used, headerLength + kMaxBodyScanBytes) : used;
+  out.headerLength_ = ended ? headerLength : std::string_view::npos;
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <ctime>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,6 +60,34 @@ class MessageHeaders {
   // the whole path for each of them.
   static bool ReadFileAt(int dirFd, const char* path, MessageHeaders& out,
                          timespec* modified = nullptr);
+
+  // The bytes of a message file a parse needs: its header and at most the
+  // body window, where the header ends, and the file's time. Kept between
+  // reads, so that reading many files allocates nothing per file.
+  class FileStart {
+   public:
+    std::string_view Bytes() const { return std::string_view(data_.get(), used_); }
+    // Where the header block ends, or npos when the bytes hold no end.
+    size_t HeaderLength() const { return headerLength_; }
+    const timespec& Modified() const { return modified_; }
+    // The bytes held, which a reader may give back after a large file.
+    size_t Capacity() const { return capacity_; }
+
+   private:
+    friend class MessageHeaders;
+    std::unique_ptr<char[]> data_;
+    size_t capacity_ = 0;
+    size_t used_ = 0;
+    size_t headerLength_ = std::string_view::npos;
+    timespec modified_{};
+  };
+  // Reads the start of the file at `path` relative to `dirFd` into `out`,
+  // as ReadFileAt does, without parsing it. A reader of many files reads a
+  // batch of them and then parses the batch: the parsing code then stays
+  // in the processor's caches, which every system call would push out.
+  static bool ReadStartAt(int dirFd, const char* path, FileStart& out);
+  // Parse of what ReadStartAt read.
+  static MessageHeaders Parse(const FileStart& start);
 
   // Length of the header block including the empty line that ends it; the
   // whole text when there is no empty line. A text starting with an empty
