@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <algorithm>
 
 #include <chrono>
 #include <filesystem>
@@ -39,6 +40,7 @@ namespace {
 using test::NumberOf;
 
 using posix::MaildirEntryId;
+using posix::MaildirStore;
 using posix::MapiError;
 using test::TestProfile;
 
@@ -228,6 +230,71 @@ TEST(MaildirTable, RowsHoldTheRequestedColumns) {
   EXPECT_EQ(table->GetRows(2).size(), 2u);
   table->SetItem(nullptr);
   EXPECT_EQ(table->RowCount(), 0);
+}
+
+TEST(MaildirTable, RowsComeInTheirOrderWhateverTheBatches) {
+  TestProfile profile({.seed = 8, .stores = 1, .folders = 0, .messages = 160});
+  auto session = profile.Session();
+  auto inbox = Inbox(*session, profile.StoreId(1));
+  const auto readIn = [&](int32_t piece) {
+    auto table = profile.Library().CreateTable();
+    table->SetItem(inbox->Items()->RawTable());
+    table->SetColumns({kEntryId, kSubject, kModified});
+    table->GoToFirst();
+    std::vector<MapiRow> rows;
+    for (;;) {
+      std::vector<MapiRow> got = table->GetRows(piece);
+      EXPECT_LE(got.size(), static_cast<size_t>(piece));
+      if (got.empty()) break;
+      for (auto& row : got) rows.push_back(std::move(row));
+    }
+    table->SetItem(nullptr);
+    return rows;
+  };
+  const std::vector<MapiRow> whole = readIn(1000);
+  ASSERT_EQ(whole.size(), TestProfile::MessageFiles(profile.StoreDir(1)).size());
+  ASSERT_GT(whole.size(), 64u);
+  for (const int32_t piece : {1, 7, 30, 31, 32, 33, 64, 65}) {
+    SCOPED_TRACE(piece);
+    const std::vector<MapiRow> pieces = readIn(piece);
+    ASSERT_EQ(pieces.size(), whole.size());
+    for (size_t i = 0; i < whole.size(); ++i) {
+      EXPECT_EQ(pieces[i][0].bytes, whole[i][0].bytes);
+      EXPECT_EQ(pieces[i][1].text, whole[i][1].text);
+      EXPECT_EQ(pieces[i][2].time, whole[i][2].time);
+    }
+  }
+}
+
+TEST(MaildirTable, AVanishedMessageInABatchIsLeftOutAndTheRestKeepTheirData) {
+  TestProfile profile({.seed = 8, .stores = 1, .folders = 0, .messages = 40});
+  auto session = profile.Session();
+  auto inbox = Inbox(*session, profile.StoreId(1));
+  auto table = profile.Library().CreateTable();
+  table->SetItem(inbox->Items()->RawTable());
+  table->SetColumns({kEntryId, kSubject});
+  table->GoToFirst();
+  const std::vector<MapiRow> first = table->GetRows(5);
+  ASSERT_EQ(first.size(), 5u);
+  // Two messages of the next batch go; one more is renamed by a flag.
+  std::vector<std::filesystem::path> files = TestProfile::MessageFiles(profile.StoreDir(1));
+  std::sort(files.begin(), files.end(), [](const auto& a, const auto& b) {
+    return MaildirStore::UniqueName(a.filename().string()) <
+           MaildirStore::UniqueName(b.filename().string());
+  });
+  ASSERT_GT(files.size(), 12u);
+  std::filesystem::remove(files[7]);
+  std::filesystem::remove(files[9]);
+  const std::filesystem::path renamed =
+      profile.StoreDir(1) / "cur" /
+      (MaildirStore::UniqueName(files[11].filename().string()) + ":2,T");
+  std::filesystem::rename(files[11], renamed);
+  const std::vector<MapiRow> rest = table->GetRows(1000);
+  EXPECT_EQ(rest.size(), files.size() - 5 - 2);
+  for (const MapiRow& row : rest) {
+    EXPECT_EQ(row[0].bytes.size(), 72u);
+    EXPECT_EQ(row[1].kind, MapiValue::Kind::kText);
+  }
 }
 
 TEST(MaildirTable, OnlyMessageFilesAreRows) {
