@@ -82,33 +82,20 @@ Kind CalendarProbe::OfPart(const ContentType& type, std::string_view transfer,
 Kind CalendarProbe::OfBodyPart(std::string_view part) {
   size_t headerLength = 0;
   if (!MessageHeaders::FindHeaderEnd(part, headerLength)) return Kind::kUnsure;
-  std::string_view typeRaw;
-  std::string_view transferRaw;
-  int types = 0;
-  int transfers = 0;
-  bool typePlain = true;
-  bool transferPlain = true;
+  ContentType::Fields content;
   const bool fields = HeaderFields::ForEach(
       part.substr(0, headerLength), [&](std::string_view name, std::string_view raw, bool plain) {
-        if (EqualsNoCase(name, "Content-Type")) {
-          typeRaw = raw;
-          typePlain = plain;
-          ++types;
-        } else if (EqualsNoCase(name, "Content-Transfer-Encoding")) {
-          transferRaw = raw;
-          transferPlain = plain;
-          ++transfers;
-        }
+        content.Take(name, raw, plain);
       });
-  if (!fields || types > 1 || transfers > 1) return Kind::kUnsure;
-  if (types == 0) return Kind::kNone;  // text/plain
-  if (!typePlain || !transferPlain) return Kind::kUnsure;
+  if (!fields || content.types > 1 || content.transfers > 1) return Kind::kUnsure;
+  if (content.types == 0) return Kind::kNone;  // text/plain
+  if (!content.plain) return Kind::kUnsure;
   ContentType type;
   std::string scratch;  // a folded value, unfolded
-  if (!ContentType::Parse(HeaderFields::Value(typeRaw, scratch), type)) return Kind::kUnsure;
+  if (!ContentType::Parse(HeaderFields::Value(content.type, scratch), type)) return Kind::kUnsure;
   const std::string_view major = type.Type();
   if (major == "multipart" || major == "message") return Kind::kUnsure;
-  const std::string_view transfer = HeaderFields::Value(transferRaw, scratch);
+  const std::string_view transfer = HeaderFields::Value(content.transfer, scratch);
   return OfPart(type, transfer, part.substr(headerLength));
 }
 

@@ -104,6 +104,20 @@ bool ContentType::Parse(std::string_view value, ContentType& out) {
   return true;
 }
 
+bool ContentType::Fields::Take(std::string_view name, std::string_view raw, bool rawPlain) {
+  if (EqualsNoCase(name, "Content-Type")) {
+    type = raw;
+    ++types;
+  } else if (EqualsNoCase(name, "Content-Transfer-Encoding")) {
+    transfer = raw;
+    ++transfers;
+  } else {
+    return false;
+  }
+  plain = plain && rawPlain;
+  return true;
+}
+
 std::string_view ContentType::Type() const {
   return std::string_view(media_).substr(0, media_.find('/'));
 }

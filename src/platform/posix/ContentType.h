@@ -25,6 +25,21 @@ class ContentType {
   // The value of the parameter `name` (any letter case), or nullptr.
   const std::string* Parameter(std::string_view name) const;
 
+  // The Content-Type and Content-Transfer-Encoding fields of one header
+  // block, as its fields pass by (HeaderFields::ForEach).
+  struct Fields {
+    std::string_view type;      // raw value of the last Content-Type
+    std::string_view transfer;  // raw value of the last Content-Transfer-Encoding
+    int types = 0;
+    int transfers = 0;
+    bool plain = true;  // every one of them plain
+
+    // Keeps the field when it is one of the two; false for any other.
+    bool Take(std::string_view name, std::string_view raw, bool rawPlain);
+    // At most one of each, and all plain: what the fast reading may judge.
+    bool Judgeable() const { return types <= 1 && transfers <= 1 && plain; }
+  };
+
  private:
   std::string media_;
   std::vector<std::pair<std::string, std::string>> parameters_;

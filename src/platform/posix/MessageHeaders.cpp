@@ -309,12 +309,7 @@ bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out,
   MessageHeaders result;
   bool haveSubject = false;
   bool haveClass = false;
-  int types = 0;
-  int transfers = 0;
-  std::string_view typeRaw;
-  std::string_view transferRaw;
-  bool typePlain = true;
-  bool transferPlain = true;
+  ContentType::Fields content;
   std::string scratch;  // a folded value, unfolded
   const bool split = HeaderFields::ForEach(header, [&](std::string_view name, std::string_view raw,
                                                        bool plain) {
@@ -342,23 +337,17 @@ bool MessageHeaders::ParseFields(std::string_view header, MessageHeaders& out,
         haveClass = true;
         result.messageClass_ = std::move(value);
       }
-    } else if (EqualsNoCase(name, "Content-Type")) {
-      typeRaw = raw;
-      typePlain = plain;
-      ++types;
-    } else if (EqualsNoCase(name, "Content-Transfer-Encoding")) {
-      transferRaw = raw;
-      transferPlain = plain;
-      ++transfers;
+    } else {
+      content.Take(name, raw, plain);
     }
   });
   if (!split) return false;
-  if (!haveClass && types > 0) {
-    if (types > 1 || transfers > 1 || !typePlain || !transferPlain) return false;
+  if (!haveClass && content.types > 0) {
+    if (!content.Judgeable()) return false;
     ContentType type;
-    if (!ContentType::Parse(HeaderFields::Value(typeRaw, scratch), type)) return false;
+    if (!ContentType::Parse(HeaderFields::Value(content.type, scratch), type)) return false;
     std::string transferScratch;
-    const std::string_view transfer = HeaderFields::Value(transferRaw, transferScratch);
+    const std::string_view transfer = HeaderFields::Value(content.transfer, transferScratch);
     const std::string_view window = body.substr(0, kMaxBodyScanBytes);
     CalendarProbe::Kind kind = CalendarProbe::Kind::kNone;
     if (type.Type() == "multipart") {

@@ -50,5 +50,23 @@ TEST(ContentType, LeavesEverythingElseToGMime) {
   }
 }
 
+TEST(ContentType, FieldsKeepTheTwoContentFields) {
+  ContentType::Fields fields;
+  EXPECT_FALSE(fields.Take("Subject", " a", true));
+  EXPECT_TRUE(fields.Take("content-type", " text/plain", true));
+  EXPECT_TRUE(fields.Take("Content-Transfer-Encoding", " 7bit", true));
+  EXPECT_EQ(fields.type, " text/plain");
+  EXPECT_EQ(fields.transfer, " 7bit");
+  EXPECT_TRUE(fields.Judgeable());
+  // A second type, or one that is not plain, is for GMime to judge.
+  ContentType::Fields twice = fields;
+  twice.Take("Content-Type", " text/html", true);
+  EXPECT_EQ(twice.types, 2);
+  EXPECT_FALSE(twice.Judgeable());
+  ContentType::Fields encoded;
+  encoded.Take("Content-Transfer-Encoding", " =?UTF-8?Q?7bit?=", false);
+  EXPECT_FALSE(encoded.Judgeable());
+}
+
 }  // namespace
 }  // namespace t4::posix
