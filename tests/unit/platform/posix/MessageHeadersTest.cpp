@@ -3,8 +3,10 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <ctime>
 #include <string>
 #include <vector>
 
@@ -379,6 +381,26 @@ TEST(MessageHeaders, ReadsRelativeToADirectory) {
   EXPECT_GT(modified.tv_sec, 0);
   EXPECT_FALSE(MessageHeaders::ReadFileAt(dir, "missing", h));
   ::close(dir);
+}
+
+TEST(MessageHeaders, ReadingLeavesTheAccessTimeAlone) {
+  test::TempConfigDirs dirs;
+  const std::string path = dirs.UserDir() + "/m";
+  test::TempConfigDirs::WriteFile(path, "Subject: s\nKeywords: a\n\nbody\n");
+  // Accessed two days ago, changed three days ago: a plain read would
+  // write the access time back under every atime mount option but noatime.
+  const time_t now = ::time(nullptr);
+  const timespec times[2] = {{now - 2 * 86400, 0}, {now - 3 * 86400, 0}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+  MessageHeaders h;
+  ASSERT_TRUE(MessageHeaders::ReadFile(path, h));
+  EXPECT_EQ(h.Keywords(), std::vector<std::string>{"a"});
+  struct stat info {};
+  ASSERT_EQ(::stat(path.c_str(), &info), 0);
+  if (::geteuid() != 0 && info.st_uid != ::geteuid()) {
+    GTEST_SKIP() << "the test file is not ours, so the kernel refuses O_NOATIME";
+  }
+  EXPECT_EQ(info.st_atim.tv_sec, now - 2 * 86400);
 }
 
 TEST(MessageHeaders, MissingFile) {
