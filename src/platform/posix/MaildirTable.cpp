@@ -202,10 +202,7 @@ std::vector<MapiRow> MaildirTable::GetRows(int32_t count) {
     }
   }
   // A rare huge header does not stay held by the table.
-  for (MessageHeaders::FileStart& start : starts_) {
-    if (start.Capacity() > 4 * MessageHeaders::kMaxBodyScanBytes)
-      start = MessageHeaders::FileStart();
-  }
+  for (MessageHeaders::FileStart& start : starts_) start.ShrinkIfLarge();
   return rows;
 }
 

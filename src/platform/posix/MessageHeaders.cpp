@@ -455,8 +455,7 @@ bool MessageHeaders::ReadFileAt(int dirFd, const char* path, MessageHeaders& out
   if (!ReadStartAt(dirFd, path, start)) return false;
   if (modified != nullptr) *modified = start.modified_;
   out = Parse(start);
-  // A rare huge header does not stay held by the thread.
-  if (start.Capacity() > 4 * kMaxBodyScanBytes) start = FileStart();
+  start.ShrinkIfLarge();
   return true;
 }
 

@@ -70,8 +70,11 @@ class MessageHeaders {
     // Where the header block ends, or npos when the bytes hold no end.
     size_t HeaderLength() const { return headerLength_; }
     const timespec& Modified() const { return modified_; }
-    // The bytes held, which a reader may give back after a large file.
-    size_t Capacity() const { return capacity_; }
+    // Gives back the memory of a rare huge header, so that a kept
+    // FileStart does not hold it.
+    void ShrinkIfLarge() {
+      if (capacity_ > 4 * kMaxBodyScanBytes) *this = FileStart();
+    }
 
    private:
     friend class MessageHeaders;
